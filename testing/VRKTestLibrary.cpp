@@ -1,0 +1,39 @@
+#include "VRKTestLibrary.h"
+
+#include <ftw.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "VRKLnuLifecycle.h"
+
+void VRKLibraryTest::SetUp() {
+  VRKLnuBasicUtils_initialize(m_Tally);
+}
+
+void VRKLibraryTest::TearDown() {
+  VRKLnuBasicUtils_finalize(m_Tally);
+}
+
+VRKScratchDir::VRKScratchDir() {
+  const char* base = getenv("TMPDIR");
+  std::string pattern = std::string(base && *base ? base : "/tmp") + "/vrk_test_XXXXXX";
+  if (mkdtemp(&pattern[0]) == nullptr) ADD_FAILURE() << "cannot make a scratch directory";
+  m_Path = pattern;
+}
+
+VRKScratchDir::~VRKScratchDir() {
+  nftw(
+      m_Path.c_str(),
+      [](const char* path, const struct stat*, int, struct FTW*) { return ::remove(path); }, 16,
+      FTW_DEPTH | FTW_PHYS);
+}
+
+std::string VRKReadFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
