@@ -1,0 +1,85 @@
+// The memory layer: every block of the library comes from here and goes back through
+// mem_Free. The layer keeps an exact account of the bytes it hands out (mem_Footprint) and
+// can hold the throwing allocations to a limit:
+//
+//   mem_Mallopt(-5, 512u << 20);         // throwing allocations may hold at most 512 MiB
+//   void* p = mem_OperatorNewThrow(64);  // raises through the out-of-memory handler past it
+//   mem_Free(p);
+//
+// All functions are safe to call from any number of threads at once: the account is one
+// atomic counter, and no lock is taken on the allocation path.
+//
+// Failure: a throwing allocation (mem_OperatorNew*Throw*, and the operators of the classes
+// below) that the system refuses, or that would take the footprint past the limit, calls the
+// out-of-memory handler, which throws; it never returns null. The plain block operations
+// (mem_Malloc, mem_Calloc, mem_Realloc) are not held to the limit and return null when the
+// system refuses, as malloc does.
+#ifndef MEM_ALLOC_H
+#define MEM_ALLOC_H
+
+#include <cstddef>
+
+#include "VRKBasExport.h"
+
+VRKLNU_EXPORT void* mem_OperatorNewThrow(size_t size);
+// For very small blocks: use counts and two-word holders.
+VRKLNU_EXPORT void* mem_OperatorNewTinyThrow(size_t size);
+// For arrays of built-in types (see mem_BuiltInAlloc).
+VRKLNU_EXPORT void* mem_OperatorNewThrowBuiltin(size_t size);
+
+VRKLNU_EXPORT void* mem_Malloc(size_t size);
+VRKLNU_EXPORT void* mem_Calloc(size_t count, size_t size);
+// Keeps the content up to the smaller size; a null block makes a new one. On failure the old
+// block stays valid and null is returned.
+VRKLNU_EXPORT void* mem_Realloc(void* block, size_t size);
+// Releases a block from any allocation function of this layer. Null is ignored.
+VRKLNU_EXPORT void mem_Free(void* block);
+
+// Parameter -5 sets the memory limit in bytes (0 removes it) and returns 1. Every other
+// parameter is refused with 0.
+VRKLNU_EXPORT int mem_Mallopt(int parameter, unsigned long value);
+// The limit set with mem_Mallopt, 0 when there is none.
+VRKLNU_EXPORT unsigned long mem_MemoryLimit();
+// Bytes now held through this layer, as requested by the callers.
+VRKLNU_EXPORT unsigned long mem_Footprint();
+
+// The function that a failed throwing allocation calls with the size asked for. It must
+// throw; should it return, std::bad_alloc is thrown. Null installs the default, which throws
+// std::bad_alloc. Returns the handler replaced.
+typedef void (*mem_OutOfMemoryHandler)(size_t size);
+VRKLNU_EXPORT mem_OutOfMemoryHandler mem_SetOutOfMemoryHandler(mem_OutOfMemoryHandler handler);
+
+// A fixed entry point that a client can reference to tie itself to the layer. Does nothing.
+VRKLNU_EXPORT void VRKBasMem_formalize();
+
+VRKLNU_EXPORT void VRKBasAlloc_initialize(int& tally);
+VRKLNU_EXPORT void VRKBasAlloc_finalize(int& tally);
+
+// Base of every class of the library: its objects come from mem_OperatorNewThrow.
+class VRKLNU_EXPORT mem_AllocationOperators {
+ public:
+  static void* operator new(size_t size);
+  static void operator delete(void* block);
+  static void* operator new[](size_t size);
+  static void operator delete[](void* block);
+  static void* operator new(size_t, void* place) { return place; }
+  static void operator delete(void*, void*) {}
+};
+
+// Base of very small classes (two-word holders): objects come from mem_OperatorNewTinyThrow.
+class VRKLNU_EXPORT mem_AllocationOperatorsTiny {
+ public:
+  static void* operator new(size_t size);
+  static void operator delete(void* block);
+  static void* operator new(size_t, void* place) { return place; }
+  static void operator delete(void*, void*) {}
+};
+
+// Tag of the array new for built-in types: `int* a = new (mem_BuiltInAlloc{}) int[n];`.
+// Such an array goes back with mem_Free(a), not delete[].
+struct mem_BuiltInAlloc {};
+
+VRKLNU_EXPORT void* operator new[](size_t size, mem_BuiltInAlloc);
+VRKLNU_EXPORT void operator delete[](void* block, mem_BuiltInAlloc);
+
+#endif  // MEM_ALLOC_H
