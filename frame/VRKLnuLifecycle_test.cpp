@@ -1,0 +1,156 @@
+#include "VRKLnuLifecycle.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "VRKBasCountedPair.h"
+#include "VRKLnuNex.h"
+#include "VRKLnuPdc.h"
+#include "VRKLnuTyp.h"
+#include "VRKLnuUti.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+using ::testing::IsEmpty;
+
+std::vector<std::string> events;
+
+void Record(const char* layer, bool up) {
+  events.push_back((up ? "+" : "-") + std::string(layer));
+}
+
+const std::vector<std::string> kFullStart = {"+VRKLnuBasicUtils",
+                                             "+KT0GROUP",
+                                             "+VRKBasAlloc",
+                                             "+VRKBasCoreUtils",
+                                             "+VRKBasShared",
+                                             "+bio",
+                                             "+typ",
+                                             "+thr",
+                                             "+pnt",
+                                             "+cls",
+                                             "+nex",
+                                             "+mrm",
+                                             "+pdc",
+                                             "+utl",
+                                             "+uti"};
+const std::vector<std::string> kFullStop = {"-VRKLnuBasicUtils",
+                                            "-uti",
+                                            "-utl",
+                                            "-pdc",
+                                            "-mrm",
+                                            "-nex",
+                                            "-cls",
+                                            "-pnt",
+                                            "-thr",
+                                            "-typ",
+                                            "-bio",
+                                            "-VRKBasShared",
+                                            "-VRKBasCoreUtils",
+                                            "-VRKBasAlloc",
+                                            "-KT0GROUP"};
+
+class LifecycleTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    events.clear();
+    VRKBasSetLifecycleObserver(Record);
+  }
+  void TearDown() override { VRKBasSetLifecycleObserver(nullptr); }
+
+  // The events since the last call.
+  std::vector<std::string> Take() {
+    std::vector<std::string> taken;
+    taken.swap(events);
+    return taken;
+  }
+
+  int tally = 0;
+};
+
+TEST_F(LifecycleTest, StartsAndStopsEveryLayerInTheFixedOrder) {
+  VRKLnuBasicUtils_initialize(tally);
+  EXPECT_EQ(tally, 15);
+  EXPECT_THAT(Take(), ElementsAreArray(kFullStart));
+  VRKLnuBasicUtils_finalize(tally);
+  EXPECT_EQ(tally, 0);
+  EXPECT_THAT(Take(), ElementsAreArray(kFullStop));
+}
+
+TEST_F(LifecycleTest, NestedCallsOnlyMoveTheTopLevelCounter) {
+  tally = 100;  // the tally is the caller's and may start anywhere
+  VRKLnuBasicUtils_initialize(tally);
+  Take();
+  VRKLnuBasicUtils_initialize(tally);
+  VRKLnuBasicUtils_initialize(tally);
+  EXPECT_EQ(tally, 115);
+  VRKLnuBasicUtils_finalize(tally);
+  VRKLnuBasicUtils_finalize(tally);
+  EXPECT_EQ(tally, 115);
+  EXPECT_THAT(Take(), IsEmpty());
+  VRKLnuBasicUtils_finalize(tally);
+  EXPECT_EQ(tally, 100);
+  EXPECT_THAT(Take(), ElementsAreArray(kFullStop));
+}
+
+TEST_F(LifecycleTest, PackageStartedAloneIsStoppedByItsLastFinalizer) {
+  VRKLnuTyp_initialize(tally);
+  EXPECT_EQ(tally, 1);
+  EXPECT_THAT(Take(), ElementsAre("+typ"));
+
+  VRKLnuBasicUtils_initialize(tally);
+  EXPECT_EQ(tally, 15);  // typ did not start again
+  std::vector<std::string> withoutTyp = kFullStart;
+  withoutTyp.erase(withoutTyp.begin() + 6);
+  EXPECT_THAT(Take(), ElementsAreArray(withoutTyp));
+
+  VRKLnuBasicUtils_finalize(tally);
+  EXPECT_EQ(tally, 1);  // typ is still held by its own start
+  std::vector<std::string> stopWithoutTyp = kFullStop;
+  stopWithoutTyp.erase(stopWithoutTyp.begin() + 9);
+  EXPECT_THAT(Take(), ElementsAreArray(stopWithoutTyp));
+
+  VRKLnuTyp_finalize(tally);
+  EXPECT_EQ(tally, 0);
+  EXPECT_THAT(Take(), ElementsAre("-typ"));
+}
+
+TEST_F(LifecycleTest, FinalizerAtZeroLeavesMinusOneAndSwallowsTheNextStart) {
+  VRKLnuPdc_finalize(tally);    // 0 -> -1, no work
+  VRKLnuPdc_initialize(tally);  // -1 -> 0, no work
+  EXPECT_EQ(tally, 0);
+  EXPECT_THAT(Take(), IsEmpty());
+  VRKLnuPdc_initialize(tally);  // 0 -> 1: a real start again
+  VRKLnuPdc_finalize(tally);
+  EXPECT_EQ(tally, 0);
+  EXPECT_THAT(Take(), ElementsAre("+pdc", "-pdc"));
+}
+
+TEST_F(LifecycleTest, FullRestartRepeatsTheWholeStart) {
+  VRKLnuBasicUtils_initialize(tally);
+  VRKLnuBasicUtils_finalize(tally);
+  Take();
+  VRKLnuBasicUtils_initialize(tally);
+  EXPECT_EQ(tally, 15);
+  EXPECT_THAT(Take(), ElementsAreArray(kFullStart));
+  VRKLnuBasicUtils_finalize(tally);
+  EXPECT_EQ(tally, 0);
+}
+
+TEST_F(LifecycleTest, FormalizeEntriesDoNothing) {
+  EXPECT_FALSE(nex_assertFormalize());
+  VRKLnuBasicUtils_initialize(tally);
+  nex_formalize();
+  uti_formalize();
+  EXPECT_FALSE(nex_assertFormalize());
+  VRKLnuBasicUtils_finalize(tally);
+  EXPECT_FALSE(nex_assertFormalize());
+  EXPECT_EQ(tally, 0);
+}
+
+}  // namespace

@@ -1,0 +1,17 @@
+// Start and stop of package nex: exceptions. Counted: only the first start and the last
+// stop do work. Brought up alone, the package needs the lower layers and the packages
+// before it in the library's start order to be up first.
+#ifndef VRKLNUNEX_H
+#define VRKLNUNEX_H
+
+#include "VRKBasExport.h"
+
+VRKLNU_EXPORT void VRKLnuNex_initialize(int& tally);
+VRKLNU_EXPORT void VRKLnuNex_finalize(int& tally);
+
+// Fixed entry points that a client can reference to tie itself to the package at link
+// time. They do no work and must stay so: nex_assertFormalize always returns false.
+VRKLNU_EXPORT void nex_formalize();
+VRKLNU_EXPORT bool nex_assertFormalize();
+
+#endif  // VRKLNUNEX_H

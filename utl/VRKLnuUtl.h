@@ -1,0 +1,12 @@
+// Start and stop of package utl: files, streams and system queries. Counted: only the first start
+// and the last stop do work. Brought up alone, the package needs the lower layers and the packages
+// before it in the library's start order to be up first.
+#ifndef VRKLNUUTL_H
+#define VRKLNUUTL_H
+
+#include "VRKBasExport.h"
+
+VRKLNU_EXPORT void VRKLnuUtl_initialize(int& tally);
+VRKLNU_EXPORT void VRKLnuUtl_finalize(int& tally);
+
+#endif  // VRKLNUUTL_H
