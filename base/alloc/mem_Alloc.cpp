@@ -11,13 +11,12 @@
 
 namespace {
 
-// Each block carries its requested size in a header of one alignment unit, so that the
-// account is exact and the caller's pointer keeps malloc's alignment.
-constexpr size_t kHeader = alignof(std::max_align_t);
+using mem_detail::footprint;
+using mem_detail::kHeader;
+using mem_detail::limit;
+
 constexpr unsigned long kNoLimit = std::numeric_limits<unsigned long>::max();
 
-std::atomic<unsigned long> footprint{0};
-std::atomic<unsigned long> limit{kNoLimit};
 std::atomic<mem_OutOfMemoryHandler> handler{nullptr};
 int useCount = 0;
 
@@ -26,31 +25,9 @@ void* ToBlock(void* raw, size_t size) {
   return static_cast<char*>(raw) + kHeader;
 }
 
-void* ToRaw(void* block) {
-  return static_cast<char*>(block) - kHeader;
-}
+void* ToRaw(void* block) { return static_cast<char*>(block) - kHeader; }
 
-size_t SizeOf(void* block) {
-  return *static_cast<size_t*>(ToRaw(block));
-}
-
-[[noreturn]] void OutOfMemory(size_t size) {
-  if (mem_OutOfMemoryHandler h = handler.load(std::memory_order_acquire)) h(size);
-  throw std::bad_alloc();
-}
-
-// The account is taken before the system is asked, so that threads racing for the last
-// bytes under a limit cannot pass it together.
-void* NewThrow(size_t size) {
-  if (size > std::numeric_limits<size_t>::max() - kHeader) OutOfMemory(size);
-  const unsigned long held = footprint.fetch_add(size, std::memory_order_relaxed) + size;
-  void* raw = held <= limit.load(std::memory_order_relaxed) ? std::malloc(size + kHeader) : nullptr;
-  if (raw == nullptr) {
-    footprint.fetch_sub(size, std::memory_order_relaxed);
-    OutOfMemory(size);
-  }
-  return ToBlock(raw, size);
-}
+size_t SizeOf(void* block) { return *static_cast<size_t*>(ToRaw(block)); }
 
 void* Account(void* raw, size_t size) {
   if (raw == nullptr) return nullptr;
@@ -60,16 +37,13 @@ void* Account(void* raw, size_t size) {
 
 }  // namespace
 
-void* mem_OperatorNewThrow(size_t size) {
-  return NewThrow(size);
-}
+std::atomic<unsigned long> mem_detail::footprint{0};
+std::atomic<unsigned long> mem_detail::limit{kNoLimit};
 
-void* mem_OperatorNewTinyThrow(size_t size) {
-  return NewThrow(size);
-}
-
-void* mem_OperatorNewThrowBuiltin(size_t size) {
-  return NewThrow(size);
+void mem_detail::Refuse(size_t asked, size_t taken) {
+  footprint.fetch_sub(taken, std::memory_order_relaxed);
+  if (mem_OutOfMemoryHandler h = handler.load(std::memory_order_acquire)) h(asked);
+  throw std::bad_alloc();
 }
 
 void* mem_Malloc(size_t size) {
@@ -90,12 +64,6 @@ void* mem_Realloc(void* block, size_t size) {
   if (raw == nullptr) return nullptr;
   footprint.fetch_sub(old, std::memory_order_relaxed);
   return Account(raw, size);
-}
-
-void mem_Free(void* block) {
-  if (block == nullptr) return;
-  footprint.fetch_sub(SizeOf(block), std::memory_order_relaxed);
-  std::free(ToRaw(block));
 }
 
 int mem_Mallopt(int parameter, unsigned long value) {

@@ -17,23 +17,61 @@
 #ifndef MEM_ALLOC_H
 #define MEM_ALLOC_H
 
+#include <atomic>
 #include <cstddef>
+#include <cstdlib>
 
 #include "VRKBasExport.h"
 
-VRKLNU_EXPORT void* mem_OperatorNewThrow(size_t size);
+// The fast paths below are inline, so that a throwing allocation costs the caller one call
+// to malloc and one atomic addition; only failures leave them.
+namespace mem_detail {
+
+// Each block carries its requested size in a header of one alignment unit, so that the
+// account is exact and the caller's pointer keeps malloc's alignment.
+constexpr size_t kHeader = alignof(std::max_align_t);
+
+extern VRKLNU_EXPORT std::atomic<unsigned long> footprint;
+// The limit in bytes; the largest value when there is none.
+extern VRKLNU_EXPORT std::atomic<unsigned long> limit;
+
+// Gives back the `taken` bytes of the account and calls the out-of-memory handler with the
+// size asked for.
+[[noreturn]] VRKLNU_EXPORT void Refuse(size_t asked, size_t taken);
+
+// The account is taken before the system is asked, so that threads racing for the last
+// bytes under a limit cannot pass it together.
+inline void* NewThrow(size_t size) {
+  if (size > ~size_t{0} - kHeader) Refuse(size, 0);
+  const unsigned long held = footprint.fetch_add(size, std::memory_order_relaxed) + size;
+  void* raw = held <= limit.load(std::memory_order_relaxed) ? std::malloc(size + kHeader)
+                                                            : nullptr;
+  if (__builtin_expect(raw == nullptr, 0)) Refuse(size, size);
+  *static_cast<size_t*>(raw) = size;
+  return static_cast<char*>(raw) + kHeader;
+}
+
+}  // namespace mem_detail
+
+inline void* mem_OperatorNewThrow(size_t size) { return mem_detail::NewThrow(size); }
 // For very small blocks: use counts and two-word holders.
-VRKLNU_EXPORT void* mem_OperatorNewTinyThrow(size_t size);
+inline void* mem_OperatorNewTinyThrow(size_t size) { return mem_detail::NewThrow(size); }
 // For arrays of built-in types (see mem_BuiltInAlloc).
-VRKLNU_EXPORT void* mem_OperatorNewThrowBuiltin(size_t size);
+inline void* mem_OperatorNewThrowBuiltin(size_t size) { return mem_detail::NewThrow(size); }
 
 VRKLNU_EXPORT void* mem_Malloc(size_t size);
 VRKLNU_EXPORT void* mem_Calloc(size_t count, size_t size);
 // Keeps the content up to the smaller size; a null block makes a new one. On failure the old
 // block stays valid and null is returned.
 VRKLNU_EXPORT void* mem_Realloc(void* block, size_t size);
+
 // Releases a block from any allocation function of this layer. Null is ignored.
-VRKLNU_EXPORT void mem_Free(void* block);
+inline void mem_Free(void* block) {
+  if (block == nullptr) return;
+  char* raw = static_cast<char*>(block) - mem_detail::kHeader;
+  mem_detail::footprint.fetch_sub(*reinterpret_cast<size_t*>(raw), std::memory_order_relaxed);
+  std::free(raw);
+}
 
 // Parameter -5 sets the memory limit in bytes (0 removes it) and returns 1. Every other
 // parameter is refused with 0.
