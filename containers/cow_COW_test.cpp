@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "VRKTestLibrary.h"
 #include "mem_Alloc.h"
 
 namespace {
@@ -22,13 +23,8 @@ struct Square : Shape {
   int Corners() const override { return 4; }
 };
 
-class CowTest : public ::testing::Test {
- protected:
-  void SetUp() override { m_Start = mem_Footprint(); }
-  void TearDown() override { EXPECT_EQ(mem_Footprint(), m_Start); }
-
-  unsigned long m_Start = 0;
-};
+// Every test checks at its end that all memory went back.
+using CowTest = VRKFootprintTest;
 
 TEST_F(CowTest, SoleHolderWritesInPlace) {
   cow_COW<Value> holder(Value(1));

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "VRKLnuLifecycle.h"
+#include "mem_Alloc.h"
 
 void VRKLibraryTest::SetUp() {
   VRKLnuBasicUtils_initialize(m_Tally);
@@ -15,6 +16,14 @@ void VRKLibraryTest::SetUp() {
 
 void VRKLibraryTest::TearDown() {
   VRKLnuBasicUtils_finalize(m_Tally);
+}
+
+void VRKFootprintTest::SetUp() {
+  m_Footprint = mem_Footprint();
+}
+
+void VRKFootprintTest::TearDown() {
+  EXPECT_EQ(mem_Footprint(), m_Footprint) << "memory was not given back";
 }
 
 VRKScratchDir::VRKScratchDir() {

@@ -1,5 +1,6 @@
-// Test helpers: a fixture that brings the whole library up for each test and down after
-// it, and a scratch directory that is removed with everything in it.
+// Test helpers: fixtures that bring the whole library up for each test and down after it,
+// or check that a test gives back all its memory, and a scratch directory that is removed
+// with everything in it.
 #ifndef VRKTESTLIBRARY_H
 #define VRKTESTLIBRARY_H
 
@@ -14,6 +15,16 @@ class VRKLibraryTest : public ::testing::Test {
   void TearDown() override;
 
   int m_Tally = 0;
+};
+
+// Base of test fixtures whose objects must give back all their memory: each test checks at
+// its end that the memory layer holds what it held at the start.
+class VRKFootprintTest : public ::testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  unsigned long m_Footprint = 0;
 };
 
 // A fresh directory under the system's temporary directory, removed at destruction.

@@ -25,9 +25,13 @@ void* ToBlock(void* raw, size_t size) {
   return static_cast<char*>(raw) + kHeader;
 }
 
-void* ToRaw(void* block) { return static_cast<char*>(block) - kHeader; }
+void* ToRaw(void* block) {
+  return static_cast<char*>(block) - kHeader;
+}
 
-size_t SizeOf(void* block) { return *static_cast<size_t*>(ToRaw(block)); }
+size_t SizeOf(void* block) {
+  return *static_cast<size_t*>(ToRaw(block));
+}
 
 void* Account(void* raw, size_t size) {
   if (raw == nullptr) return nullptr;

@@ -44,8 +44,7 @@ extern VRKLNU_EXPORT std::atomic<unsigned long> limit;
 inline void* NewThrow(size_t size) {
   if (size > ~size_t{0} - kHeader) Refuse(size, 0);
   const unsigned long held = footprint.fetch_add(size, std::memory_order_relaxed) + size;
-  void* raw = held <= limit.load(std::memory_order_relaxed) ? std::malloc(size + kHeader)
-                                                            : nullptr;
+  void* raw = held <= limit.load(std::memory_order_relaxed) ? std::malloc(size + kHeader) : nullptr;
   if (__builtin_expect(raw == nullptr, 0)) Refuse(size, size);
   *static_cast<size_t*>(raw) = size;
   return static_cast<char*>(raw) + kHeader;
@@ -53,11 +52,17 @@ inline void* NewThrow(size_t size) {
 
 }  // namespace mem_detail
 
-inline void* mem_OperatorNewThrow(size_t size) { return mem_detail::NewThrow(size); }
+inline void* mem_OperatorNewThrow(size_t size) {
+  return mem_detail::NewThrow(size);
+}
 // For very small blocks: use counts and two-word holders.
-inline void* mem_OperatorNewTinyThrow(size_t size) { return mem_detail::NewThrow(size); }
+inline void* mem_OperatorNewTinyThrow(size_t size) {
+  return mem_detail::NewThrow(size);
+}
 // For arrays of built-in types (see mem_BuiltInAlloc).
-inline void* mem_OperatorNewThrowBuiltin(size_t size) { return mem_detail::NewThrow(size); }
+inline void* mem_OperatorNewThrowBuiltin(size_t size) {
+  return mem_detail::NewThrow(size);
+}
 
 VRKLNU_EXPORT void* mem_Malloc(size_t size);
 VRKLNU_EXPORT void* mem_Calloc(size_t count, size_t size);

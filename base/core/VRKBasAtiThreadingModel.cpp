@@ -1,12 +1,13 @@
 #include "VRKBasAtiThreadingModel.h"
 
-#include <atomic>
 #include <cstring>
 
 namespace {
-std::atomic<VRKBasAtiThreadFactory*> factory{nullptr};
 constexpr size_t kNameBlock = 30;
-}  // namespace
+}
+
+template <>
+std::atomic<VRKBasAtiThreadFactory*> VRKBasModel<VRKBasAtiThreadFactory>::s_Factory{nullptr};
 
 template class VRKBasAtiAtomicTemplate<int>;
 template class VRKBasAtiAtomicTemplate<double>;
@@ -29,12 +30,3 @@ char* VRKBasAtiThreadFactory::AsString() {
 }
 
 void VRKBasAtiThreadFactory::UpgradeAllIssuedPrimitives() {}
-
-bool VRKBasAtiThreadingModel::setBehavior(VRKBasAtiThreadFactory* newFactory) {
-  factory.store(newFactory);
-  return true;
-}
-
-VRKBasAtiThreadFactory* VRKBasAtiThreadingModel::getBehavior() {
-  return factory.load();
-}

@@ -11,6 +11,7 @@
 #define VRKBASATITHREADINGMODEL_H
 
 #include "VRKBasExport.h"
+#include "VRKBasModel.h"
 #include "mem_Alloc.h"
 
 class VRKLNU_EXPORT VRKBasAtiMutex : public mem_AllocationOperators {
@@ -118,12 +119,9 @@ class VRKLNU_EXPORT VRKBasAtiThreadFactory : public mem_AllocationOperators {
   static char* NameBlock(const char* name);
 };
 
-class VRKLNU_EXPORT VRKBasAtiThreadingModel {
- public:
-  // Stores the factory; null withdraws it. The model does not delete it. Returns true.
-  static bool setBehavior(VRKBasAtiThreadFactory* factory);
-  // The factory installed, null before.
-  static VRKBasAtiThreadFactory* getBehavior();
-};
+template <>
+VRKLNU_EXPORT std::atomic<VRKBasAtiThreadFactory*> VRKBasModel<VRKBasAtiThreadFactory>::s_Factory;
+
+class VRKLNU_EXPORT VRKBasAtiThreadingModel : public VRKBasModel<VRKBasAtiThreadFactory> {};
 
 #endif  // VRKBASATITHREADINGMODEL_H

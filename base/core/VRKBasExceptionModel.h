@@ -9,6 +9,7 @@
 #define VRKBASEXCEPTIONMODEL_H
 
 #include "VRKBasExport.h"
+#include "VRKBasModel.h"
 #include "mem_Alloc.h"
 
 class VRKLNU_EXPORT VRKBasExceptionFactory : public mem_AllocationOperators {
@@ -20,13 +21,11 @@ class VRKLNU_EXPORT VRKBasExceptionFactory : public mem_AllocationOperators {
   virtual void RaiseExecError(int code) = 0;
 };
 
-class VRKLNU_EXPORT VRKBasExceptionModel {
- public:
-  // Stores the factory; null withdraws it. The factory given must stay valid until it is
-  // replaced; the model does not delete it. Returns true.
-  static bool setBehavior(VRKBasExceptionFactory* factory);
-  static VRKBasExceptionFactory* getBehavior();
+template <>
+VRKLNU_EXPORT std::atomic<VRKBasExceptionFactory*> VRKBasModel<VRKBasExceptionFactory>::s_Factory;
 
+class VRKLNU_EXPORT VRKBasExceptionModel : public VRKBasModel<VRKBasExceptionFactory> {
+ public:
   // Raise through the factory, or as omi_FatalError when there is none. Never return.
   [[noreturn]] static void RaisePatternError(int offset, const char* text);
   [[noreturn]] static void RaiseExecError(int code);

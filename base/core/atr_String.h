@@ -26,25 +26,6 @@ class VRKLNU_EXPORT atr_String : public atr_StringBase {
   void Append(const char* text, int length) { append(text, length, 0, 0x7fffffff); }
 };
 
-inline bool operator==(const atr_String& a, const atr_String& b) {
-  return a.Equals(b.c_str(), b.Length());
-}
-VRKLNU_EXPORT bool operator==(const atr_String& a, const char* b);
-inline bool operator==(const char* a, const atr_String& b) {
-  return b == a;
-}
-inline bool operator!=(const atr_String& a, const atr_String& b) {
-  return !(a == b);
-}
-inline bool operator!=(const atr_String& a, const char* b) {
-  return !(a == b);
-}
-inline bool operator!=(const char* a, const atr_String& b) {
-  return !(b == a);
-}
-// Bytewise order, characters compared as unsigned.
-VRKLNU_EXPORT bool operator<(const atr_String& a, const atr_String& b);
-
 VRKLNU_EXPORT aio_ostream& operator<<(aio_ostream& os, const atr_String& text);
 
 #endif  // ATR_STRING_H

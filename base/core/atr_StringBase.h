@@ -14,6 +14,7 @@
 #define ATR_STRINGBASE_H
 
 #include <cstdint>
+#include <type_traits>
 
 #include "VRKBasExport.h"
 
@@ -109,5 +110,40 @@ class VRKLNU_EXPORT atr_StringBase {
   const char* m_Text = s_Empty;
   Rep* m_Rep = nullptr;
 };
+
+// Comparisons between two strings of one class, and between a string and a text; equality
+// of the texts and bytewise order, characters compared as unsigned. A cow_String and an
+// atr_String don't compare with each other.
+template <class S>
+using atr_IfString = std::enable_if_t<std::is_base_of<atr_StringBase, S>::value, bool>;
+
+template <class S>
+atr_IfString<S> operator==(const S& a, const S& b) {
+  return a.Equals(b.c_str(), b.Length());
+}
+template <class S>
+atr_IfString<S> operator==(const S& a, const char* b) {
+  return a.Equals(b, -1);
+}
+template <class S>
+atr_IfString<S> operator==(const char* a, const S& b) {
+  return b.Equals(a, -1);
+}
+template <class S>
+atr_IfString<S> operator!=(const S& a, const S& b) {
+  return !(a == b);
+}
+template <class S>
+atr_IfString<S> operator!=(const S& a, const char* b) {
+  return !(a == b);
+}
+template <class S>
+atr_IfString<S> operator!=(const char* a, const S& b) {
+  return !(b == a);
+}
+template <class S>
+atr_IfString<S> operator<(const S& a, const S& b) {
+  return a.Compare(b.c_str(), b.Length()) < 0;
+}
 
 #endif  // ATR_STRINGBASE_H

@@ -8,23 +8,19 @@
 
 namespace {
 
-std::vector<unsigned> Forward(const omi_BlkBitVect& vector) {
+// The set bits in the order of a walk: up from First, or down from Last.
+std::vector<unsigned> Walk(const omi_BlkBitVect& vector, bool up) {
   std::vector<unsigned> bits;
   omi_BlkBitVectTrav walk(&vector);
   unsigned bit;
-  for (bool found = walk.First(bit); found; found = walk.Next(bit))
+  for (bool found = up ? walk.First(bit) : walk.Last(bit); found;
+       found = up ? walk.Next(bit) : walk.Prev(bit)) {
     bits.push_back(bit);
+  }
   return bits;
 }
 
-std::vector<unsigned> Backward(const omi_BlkBitVect& vector) {
-  std::vector<unsigned> bits;
-  omi_BlkBitVectTrav walk(&vector);
-  unsigned bit;
-  for (bool found = walk.Last(bit); found; found = walk.Prev(bit))
-    bits.push_back(bit);
-  return bits;
-}
+std::vector<unsigned> Forward(const omi_BlkBitVect& vector) { return Walk(vector, true); }
 
 TEST(BitVectorTest, RandomChangesMatchASet) {
   std::mt19937 random(12345);
@@ -44,7 +40,7 @@ TEST(BitVectorTest, RandomChangesMatchASet) {
   }
   const std::vector<unsigned> ascending(expected.begin(), expected.end());
   EXPECT_EQ(Forward(vector), ascending);
-  EXPECT_EQ(Backward(vector), std::vector<unsigned>(expected.rbegin(), expected.rend()));
+  EXPECT_EQ(Walk(vector, false), std::vector<unsigned>(expected.rbegin(), expected.rend()));
   for (unsigned bit = 0; bit < 6000; ++bit)
     ASSERT_EQ(vector.IsSet(bit), expected.count(bit) == 1);
   EXPECT_EQ(vector.Recount(), expected.size());

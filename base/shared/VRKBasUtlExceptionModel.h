@@ -4,6 +4,7 @@
 #define VRKBASUTLEXCEPTIONMODEL_H
 
 #include "VRKBasExport.h"
+#include "VRKBasModel.h"
 #include "cow_SystemErrorCode.h"
 #include "mem_Alloc.h"
 
@@ -13,12 +14,12 @@ class VRKLNU_EXPORT VRKBasUtlExceptionFactory : public mem_AllocationOperators {
   virtual void RaiseSystemError(cow_SystemErrorCode error) = 0;
 };
 
-class VRKLNU_EXPORT VRKBasUtlExceptionModel {
- public:
-  // Stores the factory; null withdraws it. The model does not delete it. Returns true.
-  static bool setBehavior(VRKBasUtlExceptionFactory* factory);
-  static VRKBasUtlExceptionFactory* getBehavior();
+template <>
+VRKLNU_EXPORT std::atomic<VRKBasUtlExceptionFactory*>
+    VRKBasModel<VRKBasUtlExceptionFactory>::s_Factory;
 
+class VRKLNU_EXPORT VRKBasUtlExceptionModel : public VRKBasModel<VRKBasUtlExceptionFactory> {
+ public:
   // Raises through the factory, or as omi_FatalError with the system's text and number.
   [[noreturn]] static void RaiseSystemError(const cow_SystemErrorCode& error);
 };

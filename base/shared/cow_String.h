@@ -69,29 +69,6 @@ class VRKLNU_EXPORT cow_String : public atr_StringBase {
   explicit cow_String(const atr_StringBase& text) : atr_StringBase(text) {}
 };
 
-inline bool operator==(const cow_String& a, const cow_String& b) {
-  return a.Equals(b.c_str(), b.Length());
-}
-inline bool operator==(const cow_String& a, const char* b) {
-  return a.Equals(b, -1);
-}
-inline bool operator==(const char* a, const cow_String& b) {
-  return b.Equals(a, -1);
-}
-inline bool operator!=(const cow_String& a, const cow_String& b) {
-  return !(a == b);
-}
-inline bool operator!=(const cow_String& a, const char* b) {
-  return !(a == b);
-}
-inline bool operator!=(const char* a, const cow_String& b) {
-  return !(b == a);
-}
-// Bytewise order, characters compared as unsigned.
-inline bool operator<(const cow_String& a, const cow_String& b) {
-  return a.Compare(b.c_str(), b.Length()) < 0;
-}
-
 VRKLNU_EXPORT cow_String operator+(const cow_String& a, const cow_String& b);
 VRKLNU_EXPORT cow_String operator+(const cow_String& a, const char* b);
 

@@ -5,19 +5,14 @@
 #include <cstring>
 #include <string>
 
+#include "VRKTestLibrary.h"
 #include "mem_Alloc.h"
 #include "omi_FatalError.h"
 
 namespace {
 
-// Every test checks at its end that the strings gave all their memory back.
-class CowStringTest : public ::testing::Test {
- protected:
-  void SetUp() override { m_Start = mem_Footprint(); }
-  void TearDown() override { EXPECT_EQ(mem_Footprint(), m_Start); }
-
-  unsigned long m_Start = 0;
-};
+// Every test checks at its end that all memory went back.
+using CowStringTest = VRKFootprintTest;
 
 TEST_F(CowStringTest, IsTwoWordsAndEmptyHasNoRepresentation) {
   EXPECT_EQ(sizeof(cow_String), 2 * sizeof(void*));
