@@ -1,0 +1,425 @@
+#include "cow_List.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <deque>
+#include <random>
+#include <set>
+#include <type_traits>
+#include <vector>
+
+#include "VRKTestLibrary.h"
+#include "cow_ListIter.h"
+#include "cow_String.h"
+#include "mem_Alloc.h"
+
+namespace {
+
+// An element with a virtual destructor that checks that every object is constructed once and
+// destroyed once at its address, and that copies and assignments touch only live objects.
+class Tracked : public mem_AllocationOperators {
+ public:
+  Tracked(int value = 0) : m_Value(value) { Enter(); }
+  Tracked(const Tracked& other) : m_Value(other.m_Value) {
+    other.ExpectLive();
+    if (copiesBeforeFailure > 0 && --copiesBeforeFailure == 0) throw 0;
+    Enter();
+  }
+  Tracked& operator=(const Tracked& other) {
+    ExpectLive();
+    other.ExpectLive();
+    m_Value = other.m_Value;
+    return *this;
+  }
+  virtual ~Tracked() { EXPECT_EQ(Live().erase(this), 1u) << "destroyed twice or never built"; }
+  bool operator==(const Tracked& other) const { return m_Value == other.m_Value; }
+
+  static std::set<const Tracked*>& Live() {
+    static std::set<const Tracked*> live;
+    return live;
+  }
+  // When set above 0, the copy that brings it to 0 throws.
+  static inline int copiesBeforeFailure = 0;
+
+ private:
+  void Enter() { EXPECT_TRUE(Live().insert(this).second) << "built twice"; }
+  void ExpectLive() const { EXPECT_EQ(Live().count(this), 1u) << "used while not alive"; }
+
+  int m_Value;
+};
+
+template <class T>
+T Make(int value);
+template <>
+int Make<int>(int value) {
+  return value;
+}
+template <>
+cow_String Make<cow_String>(int value) {
+  return cow_String("element ") + cow_String(value);
+}
+template <>
+Tracked Make<Tracked>(int value) {
+  return Tracked(value);
+}
+
+// The list has the model's elements, read by index and by the iterator.
+template <class T>
+::testing::AssertionResult Same(const cow_List<T>& list,
+                                const std::deque<std::common_type_t<T>>& model) {
+  if (list.Count() != static_cast<int>(model.size()))
+    return ::testing::AssertionFailure()
+           << "count " << list.Count() << ", expected " << model.size();
+  for (int i = 0; i < list.Count(); ++i)
+    if (!(list.ConstGet(i) == model[i])) return ::testing::AssertionFailure() << "index " << i;
+  int i = 0;
+  for (cow_ListIter<T> it(list); !it.IsDone(); it.Next(), ++i)
+    if (!(it.Current() == model[i])) return ::testing::AssertionFailure() << "iterated " << i;
+  if (i != list.Count()) return ::testing::AssertionFailure() << "iterated only " << i;
+  return ::testing::AssertionSuccess();
+}
+
+template <class T>
+cow_List<T> ListOf(int count) {
+  cow_List<T> list;
+  for (int i = 0; i < count; ++i)
+    list.Append(Make<T>(i));
+  return list;
+}
+
+// Every test checks at its end that all memory went back.
+class ListTest : public VRKFootprintTest {
+ protected:
+  void TearDown() override {
+    EXPECT_TRUE(Tracked::Live().empty()) << Tracked::Live().size() << " elements leaked";
+    Tracked::copiesBeforeFailure = 0;
+    VRKFootprintTest::TearDown();
+  }
+};
+
+TEST_F(ListTest, InitialSizeChoosesBlockSizeAndTable) {
+  EXPECT_EQ(cow_List<int>().TableLength(), 0);
+  EXPECT_EQ(cow_List<int>().BlockShift(), 4);
+  const cow_List<int> small(cow_ListPresize, 255);
+  EXPECT_EQ(small.BlockShift(), 4);
+  EXPECT_EQ(small.TableLength(), 16);
+  const cow_List<int> list256(cow_ListPresize, 256);  // blocks of 32: 8 needed, 16 spare
+  EXPECT_EQ(list256.BlockShift(), 5);
+  EXPECT_EQ(list256.TableLength(), 24);
+  const cow_List<int> list1000(cow_ListPresize, 1000);  // blocks of 64: 16 needed
+  EXPECT_EQ(list1000.BlockShift(), 6);
+  EXPECT_EQ(list1000.TableLength(), 32);
+  const cow_List<int> list100000(cow_ListPresize, 100000);  // blocks of 8192: 13 needed
+  EXPECT_EQ(list100000.BlockShift(), 13);
+  EXPECT_EQ(list100000.TableLength(), 29);
+}
+
+TEST_F(ListTest, AppendFillsBlocksInATableOf16) {
+  cow_List<int> list = ListOf<int>(17);
+  EXPECT_EQ(list.TableLength(), 16);
+  EXPECT_EQ(&list.ConstGet(15), &list.ConstGet(0) + 15);  // one block of 16
+  EXPECT_NE(&list.ConstGet(16), &list.ConstGet(15) + 1);  // the 17th starts a second one
+
+  cow_List<int> big(cow_ListPresize, 300);
+  for (int i = 0; i < 300; ++i)
+    big.Append(i);
+  EXPECT_EQ(big.BlockShift(), 5);  // kept while the list grows
+  EXPECT_EQ(big.ConstGet(299), 299);
+}
+
+TEST_F(ListTest, ResizeToZeroResetsAnyShape) {
+  cow_List<cow_String> list(cow_ListPresize, 256);
+  for (int i = 0; i < 40; ++i)
+    list.Append(Make<cow_String>(i));
+  list.Prepend("first");
+  ASSERT_NE(list.Head(), 0);
+  list.Resize(0);
+  EXPECT_EQ(list.Count(), 0);
+  EXPECT_EQ(list.Head(), 0);
+  EXPECT_EQ(list.BlockShift(), 4);
+  EXPECT_EQ(list.TableLength(), 0);
+}
+
+TEST_F(ListTest, ResizeShrinksAndOnlyMakesRoomWhenGrowing) {
+  cow_List<Tracked> list = ListOf<Tracked>(40);
+  const cow_List<Tracked> copy = list;
+  list.Resize(100);
+  EXPECT_EQ(list.Count(), 40);
+  list.Resize(21);  // releases the third block, trims the second, which the copy shares
+  EXPECT_EQ(list.Count(), 21);
+  EXPECT_EQ(list.TableLength(), 16);
+  EXPECT_EQ(Tracked::Live().size(), 40u + 5u);  // the copy's 40 and a private block of 5
+  EXPECT_TRUE(copy.ConstGet(39) == Tracked(39));
+  EXPECT_TRUE(list.ConstGet(20) == Tracked(20));
+  EXPECT_EQ(&list.ConstGet(0), &copy.ConstGet(0));
+}
+
+TEST_F(ListTest, PrependMovesAllFreeSlotsToTheFrontOnce) {
+  cow_List<int> list = ListOf<int>(20);  // 2 blocks used, 14 free
+  list.Prepend(-1);
+  EXPECT_EQ(list.Head(), 14 * 16 - 1);
+  list.Prepend(-2);
+  EXPECT_EQ(list.Head(), 14 * 16 - 2);
+  EXPECT_EQ(list.ConstGet(0), -2);
+  EXPECT_EQ(list.ConstGet(2), 0);
+  EXPECT_EQ(list.ConstGet(21), 19);
+
+  cow_List<int> full = ListOf<int>(256);  // table full: prepend grows it by 16 slots
+  full.Prepend(-1);
+  EXPECT_EQ(full.TableLength(), 32);
+  EXPECT_EQ(full.Head(), 16 * 16 - 1);
+}
+
+TEST_F(ListTest, RemovingTheOnlyElementReleasesItsBlockOnlyAtABoundary) {
+  cow_List<int> list;
+  list.Append(7);
+  const unsigned long before = mem_Footprint();
+  list.RemoveIndex(0);  // front path: head moves to 1, the block stays
+  EXPECT_EQ(list.Head(), 1);
+  EXPECT_EQ(list.Count(), 0);
+  EXPECT_EQ(mem_Footprint(), before);
+
+  cow_List<int> prepended;
+  prepended.Prepend(7);  // head 255: the last slot of a block
+  const unsigned long held = mem_Footprint();
+  prepended.RemoveIndex(0);
+  EXPECT_EQ(prepended.Head(), 256);
+  EXPECT_EQ(held - mem_Footprint(), sizeof(cow_ListBlock<int>) + 16 * sizeof(int));
+}
+
+TEST_F(ListTest, CopyIsConstantAndAWriteCopiesOnlyTheBlockTouched) {
+  const cow_List<int> original = ListOf<int>(100);
+  const unsigned long before = mem_Footprint();
+  cow_List<int> copy = original;
+  EXPECT_EQ(mem_Footprint(), before);
+
+  copy.Get(50) = -1;
+  EXPECT_EQ(original.ConstGet(50), 50);
+  EXPECT_EQ(copy.ConstGet(50), -1);
+  EXPECT_EQ(&copy.ConstGet(0), &original.ConstGet(0));    // untouched block still shared
+  EXPECT_NE(&copy.ConstGet(49), &original.ConstGet(49));  // same block as 50: copied
+  EXPECT_FALSE(copy == original);
+  copy = original;
+  EXPECT_TRUE(copy == original);
+  copy = copy;
+  EXPECT_EQ(copy.ConstGet(99), 99);
+}
+
+TEST_F(ListTest, InsertAndRemoveMoveTheShorterSide) {
+  cow_List<int> list = ListOf<int>(40);
+  const int head = list.Head();
+  list.InsertIndex(30, -1);  // back side moves; head stays
+  EXPECT_EQ(list.Head(), head);
+  list.InsertIndex(5, -2);  // front side moves
+  EXPECT_NE(list.Head(), head);
+  list.InsertIndex(1, list.ConstGet(0));  // an element of the list itself
+  std::deque<int> model(40);
+  for (int i = 0; i < 40; ++i)
+    model[i] = i;
+  model.insert(model.begin() + 30, -1);
+  model.insert(model.begin() + 5, -2);
+  model.insert(model.begin() + 1, 0);
+  EXPECT_TRUE(Same(list, model));
+
+  const int front = list.Head();
+  list.RemoveIndex(3);
+  EXPECT_EQ(list.Head(), front + 1);
+  list.RemoveIndex(list.Count() - 3);
+  EXPECT_EQ(list.Head(), front + 1);
+  EXPECT_EQ(list.Pop(), 39);
+  model.erase(model.begin() + 3);
+  model.erase(model.end() - 3);
+  model.pop_back();
+  EXPECT_TRUE(Same(list, model));
+}
+
+TEST_F(ListTest, SliceClampsItsRange) {
+  const cow_List<int> list = ListOf<int>(100);
+  EXPECT_EQ(list.Slice(5, 2).Count(), 0);
+  EXPECT_EQ(list.Slice(-3, 4), ListOf<int>(4));
+  const cow_List<int> tail = list.Slice(95, 1000);
+  EXPECT_TRUE(Same(tail, {95, 96, 97, 98, 99}));
+}
+
+TEST_F(ListTest, MemberQueries) {
+  cow_List<cow_String> list = ListOf<cow_String>(5);
+  EXPECT_EQ(list.FindMember(Make<cow_String>(3)), 3);
+  EXPECT_EQ(list.FindMember("absent"), -1);
+  EXPECT_TRUE(list.IsMember(Make<cow_String>(0)));
+  EXPECT_FALSE(list.AppendUnlessMember(Make<cow_String>(4)));
+  EXPECT_TRUE(list.AppendUnlessMember("new"));
+  EXPECT_TRUE(list.RemoveMember(Make<cow_String>(1)));
+  EXPECT_FALSE(list.RemoveMember(Make<cow_String>(1)));
+  const cow_List<cow_String> others = ListOf<cow_String>(3);
+  EXPECT_TRUE(Same(list.Difference(others), {Make<cow_String>(3), Make<cow_String>(4), "new"}));
+}
+
+TEST_F(ListTest, ArraysFillAndConcatenate) {
+  const Tracked values[] = {1, 2, 3, 4, 5};
+  cow_List<Tracked> list = ListOf<Tracked>(20);
+  list.SetFromArray(values, 5);
+  EXPECT_TRUE(Same(list, {1, 2, 3, 4, 5}));
+  list.Fill(3, Tracked(9));  // never shrinks
+  list.Fill(7, Tracked(9));
+  EXPECT_TRUE(Same(list, {1, 2, 3, 4, 5, 9, 9}));
+  list.Concatenate(list);
+  EXPECT_EQ(list.Count(), 14);
+  EXPECT_TRUE(list.ConstGet(13) == Tracked(9));
+
+  int count = -1;
+  Tracked* array = list.GetCArray(count);
+  ASSERT_EQ(count, 14);
+  EXPECT_TRUE(array[7] == Tracked(1));
+  delete[] array;
+  array = cow_List<Tracked>().GetCArray(count);
+  EXPECT_EQ(count, 0);
+  delete[] array;
+}
+
+TEST_F(ListTest, IteratorKeepsTheContentsItStartedWith) {
+  cow_List<int> list = ListOf<int>(40);
+  list.Prepend(-1);  // element 0 in the middle of a block
+  cow_ListIter<int> it(list);
+  list.Get(1) = 100;
+  list.Append(40);
+  int expected = -1;
+  for (; !it.IsDone(); it.Next(), ++expected)
+    EXPECT_EQ(it.Current(), expected);
+  EXPECT_EQ(expected, 40);
+  it.First();
+  EXPECT_EQ(it.Current(), -1);
+  EXPECT_TRUE(cow_ListIter<int>(cow_List<int>()).IsDone());
+}
+
+TEST_F(ListTest, AFailedCopyLeavesBothListsIntact) {
+  cow_List<Tracked> list = ListOf<Tracked>(20);
+  const cow_List<Tracked> copy = list;
+  Tracked::copiesBeforeFailure = 3;  // the block copy of the write fails on its third element
+  EXPECT_THROW(list.Get(18) = Tracked(-1), int);
+  Tracked::copiesBeforeFailure = 0;
+  EXPECT_TRUE(list == ListOf<Tracked>(20));
+  EXPECT_TRUE(copy == ListOf<Tracked>(20));
+  list.Get(18) = Tracked(-1);
+  EXPECT_TRUE(list.ConstGet(18) == Tracked(-1));
+  EXPECT_TRUE(copy.ConstGet(18) == Tracked(18));
+}
+
+TEST(ListDeathTest, BadIndexEndsTheProcess) {
+  cow_List<int> list = ListOf<int>(3);
+  EXPECT_DEATH(list.Get(3), "");
+  EXPECT_DEATH(list.ConstGet(-1), "");
+  EXPECT_DEATH(list.InsertIndex(4, 0), "");
+  EXPECT_DEATH(list.RemoveIndex(3), "");
+  EXPECT_DEATH(cow_List<int>().Pop(), "");
+  EXPECT_DEATH(list.Resize(-1), "");
+}
+
+template <class T>
+class ListRandomTest : public ListTest {};
+using ElementTypes = ::testing::Types<int, cow_String, Tracked>;
+TYPED_TEST_SUITE(ListRandomTest, ElementTypes);
+
+// 10,000 mixed operations against std::deque, for a list of the default shape and one with
+// larger blocks, compared after each one. Copies taken along the way must keep their contents
+// while the list and the other copies change, and are written themselves; they are compared
+// after each write to one of them and every 16 steps.
+TYPED_TEST(ListRandomTest, MatchesDequeThroughMixedOperations) {
+  using T = TypeParam;
+  struct Copy {
+    cow_List<T> list;
+    std::deque<T> model;
+  };
+  for (int presize : {0, 300}) {
+    std::mt19937 random(20240611 + presize);
+    auto below = [&random](int n) { return static_cast<int>(random() % n); };
+    cow_List<T> list(cow_ListPresize, presize);
+    std::deque<T> model;
+    std::vector<Copy> copies;
+    int maxCount = 0;
+    for (int step = 0; step < 10000; ++step) {
+      const int count = list.Count();
+      const T value = Make<T>(step);
+      // The size drifts to a target that changes twice, so that the list grows to many
+      // blocks, shrinks and grows again.
+      const int target = step < 3500 ? 800 : step < 6500 ? 30 : 300;
+      int operation = below(11);
+      if (operation < 4 && count > target)
+        operation += 4;
+      else if (operation >= 4 && operation < 8 && count < target)
+        operation -= 4;
+      if (count == 0 && operation >= 4) operation = 0;
+      switch (operation) {
+        case 0:
+          list.Append(value);
+          model.push_back(value);
+          break;
+        case 1:
+          list.Prepend(value);
+          model.push_front(value);
+          break;
+        case 2:
+        case 3: {
+          const int index = below(count + 1);
+          list.InsertIndex(index, value);
+          model.insert(model.begin() + index, value);
+          break;
+        }
+        case 4:
+        case 5: {
+          const int index = below(count);
+          list.RemoveIndex(index);
+          model.erase(model.begin() + index);
+          break;
+        }
+        case 6:
+          ASSERT_TRUE(list.Pop() == model.back());
+          model.pop_back();
+          break;
+        case 7: {
+          const int size = std::max(0, count - 10 + below(30));
+          list.Resize(size);
+          if (size < count) model.erase(model.begin() + size, model.end());
+          break;
+        }
+        case 8: {
+          if (copies.size() < 6)
+            copies.push_back({list, model});
+          else
+            copies[below(6)] = {list, model};
+          break;
+        }
+        case 9: {
+          const int index = below(count);
+          list.Get(index) = value;
+          model[index] = value;
+          break;
+        }
+        case 10: {
+          if (copies.empty()) break;
+          Copy& copy = copies[below(static_cast<int>(copies.size()))];
+          if (copy.list.Count() > 0) {
+            const int index = below(copy.list.Count());
+            copy.list.Get(index) = value;
+            copy.model[index] = value;
+          }
+          copy.list.Prepend(value);
+          copy.model.push_front(value);
+          break;
+        }
+      }
+      maxCount = std::max(maxCount, list.Count());
+      ASSERT_TRUE(Same(list, model)) << "step " << step << " operation " << operation;
+      if (step % 16 != 0 && operation != 10) continue;
+      for (const Copy& copy : copies) {
+        ASSERT_TRUE(Same(copy.list, copy.model)) << "step " << step;
+      }
+    }
+    for (const Copy& copy : copies) {
+      EXPECT_TRUE(Same(copy.list, copy.model));
+    }
+    EXPECT_GT(maxCount, 700);
+  }
+}
+
+}  // namespace
