@@ -1,7 +1,9 @@
 // The ready instantiations of the container templates that the base library exports, so
 // that their users call them here and don't each compile their own copy.
+#include "cow_ConstMapIterator.h"
 #include "cow_List.h"
 #include "cow_ListIter.h"
+#include "cow_Map.h"
 
 template class cow_List<int>;
 template class cow_List<unsigned>;
@@ -13,3 +15,15 @@ template class cow_List<cow_String>;
 template class cow_ListIter<int>;
 template class cow_ListIter<float>;
 template class cow_ListIter<cow_String>;
+
+template class cow_Map<int, int>;
+template class cow_Map<cow_String, float>;
+template class cow_Map<cow_String, cow_String>;
+template class cow_Map<cow_String, VRKBasUtlNumFormat>;
+
+template class cow_ConstMapIterator<int, int>;
+template class cow_ConstMapIterator<unsigned, atr_String>;
+template class cow_ConstMapIterator<unsigned, cow_String>;
+template class cow_ConstMapIterator<cow_String, float>;
+template class cow_ConstMapIterator<cow_String, cow_String>;
+template class cow_ConstMapSortedIt<cow_String, cow_String>;
