@@ -1,5 +1,6 @@
 // The ready instantiations of the container templates that the base library exports, so
 // that their users call them here and don't each compile their own copy.
+#include "cow_2DArray.h"
 #include "cow_ConstMapIterator.h"
 #include "cow_List.h"
 #include "cow_ListIter.h"
@@ -27,3 +28,13 @@ template class cow_ConstMapIterator<unsigned, cow_String>;
 template class cow_ConstMapIterator<cow_String, float>;
 template class cow_ConstMapIterator<cow_String, cow_String>;
 template class cow_ConstMapSortedIt<cow_String, cow_String>;
+
+template class cow_CountedHld<cow_2DArrayRep<int>>;
+template class cow_CountedHld<cow_2DArrayRep<float>>;
+template class cow_CountedHld<cow_2DArrayRep<double>>;
+template class cow_COW<cow_2DArrayRep<int>>;
+template class cow_COW<cow_2DArrayRep<float>>;
+template class cow_COW<cow_2DArrayRep<double>>;
+template class cow_2DArray<int>;
+template class cow_2DArray<float>;
+template class cow_2DArray<double>;
