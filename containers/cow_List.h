@@ -96,21 +96,31 @@ class cow_List : public mem_AllocationOperators {
   // The same without the index check; the index must be inside the list.
   const T& UncheckedConstGet(int index) const { return *Slot(m_Head + index); }
   T& UncheckedGet(int index) {
+    if (T* slot = WritableSlot(m_Head + index)) return *slot;
     Detach();
     MakePrivate(index, index);
     return *Slot(m_Head + index);
   }
 
   void Append(const T& value) {
-    Resize(m_Count + 1);
-    MakePrivate(m_Count, m_Count);
-    Construct(m_Head + m_Count, value);
+    const int position = m_Head + m_Count;
+    T* slot = WritableSlot(position);
+    if (slot == nullptr || TableLengthFor(position + 1) != m_TableLength) {
+      Resize(m_Count + 1);
+      MakePrivate(m_Count, m_Count);
+      slot = Slot(position);
+    }
+    ::new (static_cast<void*>(slot)) T(value);
     ++m_Count;
   }
   void Prepend(const T& value) {
-    MakeFrontRoom();
-    MakePrivate(-1, -1);
-    Construct(m_Head - 1, value);
+    T* slot = m_Head == 0 ? nullptr : WritableSlot(m_Head - 1);
+    if (slot == nullptr) {
+      MakeFrontRoom();
+      MakePrivate(-1, -1);
+      slot = Slot(m_Head - 1);
+    }
+    ::new (static_cast<void*>(slot)) T(value);
     --m_Head;
     ++m_Count;
   }
@@ -186,6 +196,21 @@ class cow_List : public mem_AllocationOperators {
   }
 
   int BlockSize() const { return 1 << m_Shift; }
+  // The slot of the position when the table and its block are this list's own, so that a
+  // write there needs no Detach and no MakePrivate; null otherwise. Keeps the common writes,
+  // appends and prepends inline.
+  T* WritableSlot(int position) const {
+    if (*m_TableCount != 1) return nullptr;
+    const int block = position >> m_Shift;
+    if (block >= m_TableLength) return nullptr;
+    Block* const held = m_Table[block];
+    if (held == nullptr || held->m_UseCount != 1) return nullptr;
+    return held->m_Data + (position & (BlockSize() - 1));
+  }
+  // The table length that Resize gives a list whose positions end at `end`.
+  int TableLengthFor(int64_t end) const {
+    return (BlocksFor(end) + kTableStep - 1) / kTableStep * kTableStep;
+  }
   // Blocks that hold positions [0, end).
   int BlocksFor(int64_t end) const { return static_cast<int>((end + BlockSize() - 1) >> m_Shift); }
   T* Slot(int position) const {
@@ -359,7 +384,7 @@ void cow_List<T>::Resize(int size) {
   if (size < 0) RaiseOutOfRange(size);
   Detach();
   const int needed = size == 0 ? 0 : BlocksFor(int64_t{m_Head} + size);
-  const int length = (needed + kTableStep - 1) / kTableStep * kTableStep;
+  const int length = size == 0 ? 0 : TableLengthFor(int64_t{m_Head} + size);
   if (size < m_Count) {
     ReleaseBlocks(needed);
     if (size > 0) TrimLastBlock(size);
