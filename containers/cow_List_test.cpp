@@ -202,7 +202,8 @@ TEST_F(ListTest, CopyIsConstantAndAWriteCopiesOnlyTheBlockTouched) {
   EXPECT_FALSE(copy == original);
   copy = original;
   EXPECT_TRUE(copy == original);
-  copy = copy;
+  const cow_List<int>& same = copy;
+  copy = same;
   EXPECT_EQ(copy.ConstGet(99), 99);
 }
 
