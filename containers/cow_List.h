@@ -18,7 +18,7 @@
 // with an index outside the list calls RaiseOutOfRange, which ends the process with abort():
 // no exception is raised and no message is written. Resize with a negative size does the
 // same. Allocation failure raises through the memory layer (mem_OutOfMemoryHandler) and
-// leaves the list as it was.
+// leaves the list's contents as they were.
 //
 // Element types: copy-constructible, copy-assignable and equality-comparable; copies,
 // assignments and destructors should not throw, or a throwing one may leave elements moved.
@@ -110,7 +110,7 @@ class cow_List : public mem_AllocationOperators {
       MakePrivate(m_Count, m_Count);
       slot = Slot(position);
     }
-    ::new (static_cast<void*>(slot)) T(value);
+    Construct(slot, value);
     ++m_Count;
   }
   void Prepend(const T& value) {
@@ -120,7 +120,7 @@ class cow_List : public mem_AllocationOperators {
       MakePrivate(-1, -1);
       slot = Slot(m_Head - 1);
     }
-    ::new (static_cast<void*>(slot)) T(value);
+    Construct(slot, value);
     --m_Head;
     ++m_Count;
   }
@@ -217,9 +217,8 @@ class cow_List : public mem_AllocationOperators {
     return m_Table[position >> m_Shift]->m_Data + (position & (BlockSize() - 1));
   }
   T& At(int index) const { return *Slot(m_Head + index); }
-  void Construct(int position, const T& value) {
-    ::new (static_cast<void*>(Slot(position))) T(value);
-  }
+  // Builds a copy of `value` in the raw storage of `slot`.
+  static void Construct(T* slot, const T& value) { ::new (static_cast<void*>(slot)) T(value); }
   // The live positions [first, end) of block `block`, given the live range [m_Head, liveEnd).
   void LiveRange(int block, int liveEnd, int& first, int& end) const {
     first = std::max(m_Head, block << m_Shift);
@@ -329,7 +328,7 @@ typename cow_List<T>::Block* cow_List<T>::CopyBlock(int block, int liveEnd) {
   try {
     for (; position < end; ++position) {
       const int offset = position & (BlockSize() - 1);
-      ::new (static_cast<void*>(copy->m_Data + offset)) T(old->m_Data[offset]);
+      Construct(copy->m_Data + offset, old->m_Data[offset]);
     }
   } catch (...) {
     DestroyRange(copy, first, position);
@@ -425,14 +424,14 @@ void cow_List<T>::InsertIndex(int index, const T& value) {
   if (index >= m_Count - index) {
     Resize(m_Count + 1);
     MakePrivate(index, m_Count);
-    Construct(m_Head + m_Count, At(m_Count - 1));
+    Construct(Slot(m_Head + m_Count), At(m_Count - 1));
     ++m_Count;
     for (int i = m_Count - 2; i > index; --i)
       At(i) = At(i - 1);
   } else {
     MakeFrontRoom();
     MakePrivate(-1, index);
-    Construct(m_Head - 1, At(0));
+    Construct(Slot(m_Head - 1), At(0));
     --m_Head;
     ++m_Count;
     for (int i = 1; i < index; ++i)
@@ -470,7 +469,7 @@ void cow_List<T>::Fill(int size, const T& value) {
   Resize(size);
   MakePrivate(m_Count, size - 1);
   for (; m_Count < size; ++m_Count)
-    Construct(m_Head + m_Count, value);
+    Construct(Slot(m_Head + m_Count), value);
 }
 
 template <class T>
@@ -487,7 +486,7 @@ void cow_List<T>::SetFromArray(const T* values, int size) {
       if (index < m_Count) {
         target[i] = values[index];
       } else {
-        ::new (static_cast<void*>(target + i)) T(values[index]);
+        Construct(target + i, values[index]);
         ++m_Count;
       }
     }
