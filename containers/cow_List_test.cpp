@@ -98,198 +98,112 @@ class ListTest : public VRKFootprintTest {
   }
 };
 
-TEST_F(ListTest, InitialSizeChoosesBlockSizeAndTable) {
-  EXPECT_EQ(cow_List<int>().TableLength(), 0);
-  EXPECT_EQ(cow_List<int>().BlockShift(), 4);
-  const cow_List<int> small(cow_ListPresize, 255);
-  EXPECT_EQ(small.BlockShift(), 4);
-  EXPECT_EQ(small.TableLength(), 16);
-  const cow_List<int> list256(cow_ListPresize, 256);  // blocks of 32: 8 needed, 16 spare
-  EXPECT_EQ(list256.BlockShift(), 5);
-  EXPECT_EQ(list256.TableLength(), 24);
-  const cow_List<int> list1000(cow_ListPresize, 1000);  // blocks of 64: 16 needed
-  EXPECT_EQ(list1000.BlockShift(), 6);
-  EXPECT_EQ(list1000.TableLength(), 32);
-  const cow_List<int> list100000(cow_ListPresize, 100000);  // blocks of 8192: 13 needed
-  EXPECT_EQ(list100000.BlockShift(), 13);
-  EXPECT_EQ(list100000.TableLength(), 29);
-}
+// Block size from the initial size, the table's 16-slot steps, the free slots moved to the
+// front by a prepend, and the reset by Resize(0).
+TEST_F(ListTest, ShapeFollowsSizeAndGrowth) {
+  EXPECT_EQ(cow_List<int>(cow_ListPresize, 255).BlockShift(), 4);
+  const cow_List<int> sized(cow_ListPresize, 256);  // blocks of 32: 8 needed, 16 spare
+  EXPECT_EQ(sized.BlockShift(), 5);
+  EXPECT_EQ(sized.TableLength(), 24);
+  EXPECT_EQ(cow_List<int>(cow_ListPresize, 1000).TableLength(), 32);  // blocks of 64
 
-TEST_F(ListTest, AppendFillsBlocksInATableOf16) {
   cow_List<int> list = ListOf<int>(17);
   EXPECT_EQ(list.TableLength(), 16);
-  EXPECT_EQ(&list.ConstGet(15), &list.ConstGet(0) + 15);  // one block of 16
-  EXPECT_NE(&list.ConstGet(16), &list.ConstGet(15) + 1);  // the 17th starts a second one
-
-  cow_List<int> big(cow_ListPresize, 300);
-  for (int i = 0; i < 300; ++i)
-    big.Append(i);
-  EXPECT_EQ(big.BlockShift(), 5);  // kept while the list grows
-  EXPECT_EQ(big.ConstGet(299), 299);
-}
-
-TEST_F(ListTest, ResizeToZeroResetsAnyShape) {
-  cow_List<cow_String> list(cow_ListPresize, 256);
-  for (int i = 0; i < 40; ++i)
-    list.Append(Make<cow_String>(i));
-  list.Prepend("first");
-  ASSERT_NE(list.Head(), 0);
+  EXPECT_NE(&list.ConstGet(16), &list.ConstGet(15) + 1);  // the 17th starts a second block
+  list.Prepend(-1);                                       // 2 blocks used, 14 free
+  EXPECT_EQ(list.Head(), 14 * 16 - 1);
   list.Resize(0);
-  EXPECT_EQ(list.Count(), 0);
   EXPECT_EQ(list.Head(), 0);
   EXPECT_EQ(list.BlockShift(), 4);
   EXPECT_EQ(list.TableLength(), 0);
-}
 
-TEST_F(ListTest, ResizeShrinksAndOnlyMakesRoomWhenGrowing) {
-  cow_List<Tracked> list = ListOf<Tracked>(40);
-  const cow_List<Tracked> copy = list;
-  list.Resize(100);
-  EXPECT_EQ(list.Count(), 40);
-  list.Resize(21);  // releases the third block, trims the second, which the copy shares
-  EXPECT_EQ(list.Count(), 21);
-  EXPECT_EQ(list.TableLength(), 16);
-  EXPECT_EQ(Tracked::Live().size(), 40u + 5u);  // the copy's 40 and a private block of 5
-  EXPECT_TRUE(copy.ConstGet(39) == Tracked(39));
-  EXPECT_TRUE(list.ConstGet(20) == Tracked(20));
-  EXPECT_EQ(&list.ConstGet(0), &copy.ConstGet(0));
-}
-
-TEST_F(ListTest, PrependMovesAllFreeSlotsToTheFrontOnce) {
-  cow_List<int> list = ListOf<int>(20);  // 2 blocks used, 14 free
-  list.Prepend(-1);
-  EXPECT_EQ(list.Head(), 14 * 16 - 1);
-  list.Prepend(-2);
-  EXPECT_EQ(list.Head(), 14 * 16 - 2);
-  EXPECT_EQ(list.ConstGet(0), -2);
-  EXPECT_EQ(list.ConstGet(2), 0);
-  EXPECT_EQ(list.ConstGet(21), 19);
-
-  cow_List<int> full = ListOf<int>(256);  // table full: prepend grows it by 16 slots
+  cow_List<int> full = ListOf<int>(256);  // table full: a prepend adds 16 slots
   full.Prepend(-1);
   EXPECT_EQ(full.TableLength(), 32);
   EXPECT_EQ(full.Head(), 16 * 16 - 1);
 }
 
-TEST_F(ListTest, RemovingTheOnlyElementReleasesItsBlockOnlyAtABoundary) {
+TEST_F(ListTest, RemovalAtTheFrontReleasesABlockOnlyAtItsBoundary) {
   cow_List<int> list;
   list.Append(7);
   const unsigned long before = mem_Footprint();
-  list.RemoveIndex(0);  // front path: head moves to 1, the block stays
+  list.RemoveIndex(0);  // the front path: head moves to 1, the block stays
   EXPECT_EQ(list.Head(), 1);
-  EXPECT_EQ(list.Count(), 0);
   EXPECT_EQ(mem_Footprint(), before);
 
   cow_List<int> prepended;
-  prepended.Prepend(7);  // head 255: the last slot of a block
+  prepended.Prepend(7);  // at the last slot of a block
   const unsigned long held = mem_Footprint();
   prepended.RemoveIndex(0);
-  EXPECT_EQ(prepended.Head(), 256);
   EXPECT_EQ(held - mem_Footprint(), sizeof(cow_ListBlock<int>) + 16 * sizeof(int));
 }
 
-TEST_F(ListTest, CopyIsConstantAndAWriteCopiesOnlyTheBlockTouched) {
-  const cow_List<int> original = ListOf<int>(100);
+TEST_F(ListTest, WritesCopyOnlyTheTouchedBlocks) {
+  cow_List<Tracked> list = ListOf<Tracked>(40);
   const unsigned long before = mem_Footprint();
-  cow_List<int> copy = original;
+  const cow_List<Tracked> copy = list;
   EXPECT_EQ(mem_Footprint(), before);
-
-  copy.Get(50) = -1;
-  EXPECT_EQ(original.ConstGet(50), 50);
-  EXPECT_EQ(copy.ConstGet(50), -1);
-  EXPECT_EQ(&copy.ConstGet(0), &original.ConstGet(0));    // untouched block still shared
-  EXPECT_NE(&copy.ConstGet(49), &original.ConstGet(49));  // same block as 50: copied
-  EXPECT_FALSE(copy == original);
-  copy = original;
-  EXPECT_TRUE(copy == original);
-  const cow_List<int>& same = copy;
-  copy = same;
-  EXPECT_EQ(copy.ConstGet(99), 99);
+  list.Get(20) = Tracked(-1);
+  EXPECT_EQ(Tracked::Live().size(), 40u + 16u);  // the second block, copied
+  EXPECT_EQ(&list.ConstGet(0), &copy.ConstGet(0));
+  list.Resize(18);                        // trims that private block, releases the third
+  list.InsertIndex(1, list.ConstGet(0));  // an element of the list itself
+  EXPECT_TRUE(copy == ListOf<Tracked>(40));
+  EXPECT_TRUE(Same(list, {0, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17}));
 }
 
 TEST_F(ListTest, InsertAndRemoveMoveTheShorterSide) {
   cow_List<int> list = ListOf<int>(40);
+  list.InsertIndex(30, -1);
+  EXPECT_EQ(list.Head(), 0);
+  list.InsertIndex(5, -2);
   const int head = list.Head();
-  list.InsertIndex(30, -1);  // back side moves; head stays
-  EXPECT_EQ(list.Head(), head);
-  list.InsertIndex(5, -2);  // front side moves
-  EXPECT_NE(list.Head(), head);
-  list.InsertIndex(1, list.ConstGet(0));  // an element of the list itself
-  std::deque<int> model(40);
-  for (int i = 0; i < 40; ++i)
-    model[i] = i;
-  model.insert(model.begin() + 30, -1);
-  model.insert(model.begin() + 5, -2);
-  model.insert(model.begin() + 1, 0);
-  EXPECT_TRUE(Same(list, model));
-
-  const int front = list.Head();
+  EXPECT_NE(head, 0);
   list.RemoveIndex(3);
-  EXPECT_EQ(list.Head(), front + 1);
+  EXPECT_EQ(list.Head(), head + 1);
   list.RemoveIndex(list.Count() - 3);
-  EXPECT_EQ(list.Head(), front + 1);
-  EXPECT_EQ(list.Pop(), 39);
-  model.erase(model.begin() + 3);
-  model.erase(model.end() - 3);
-  model.pop_back();
-  EXPECT_TRUE(Same(list, model));
+  EXPECT_EQ(list.Head(), head + 1);
 }
 
-TEST_F(ListTest, SliceClampsItsRange) {
+TEST_F(ListTest, BulkOperationsAndMemberQueries) {
   const cow_List<int> list = ListOf<int>(100);
   EXPECT_EQ(list.Slice(5, 2).Count(), 0);
   EXPECT_EQ(list.Slice(-3, 4), ListOf<int>(4));
-  const cow_List<int> tail = list.Slice(95, 1000);
-  EXPECT_TRUE(Same(tail, {95, 96, 97, 98, 99}));
-}
+  EXPECT_TRUE(Same(list.Slice(97, 1000), {97, 98, 99}));
 
-TEST_F(ListTest, MemberQueries) {
-  cow_List<cow_String> list = ListOf<cow_String>(5);
-  EXPECT_EQ(list.FindMember(Make<cow_String>(3)), 3);
-  EXPECT_EQ(list.FindMember("absent"), -1);
-  EXPECT_TRUE(list.IsMember(Make<cow_String>(0)));
-  EXPECT_FALSE(list.AppendUnlessMember(Make<cow_String>(4)));
-  EXPECT_TRUE(list.AppendUnlessMember("new"));
-  EXPECT_TRUE(list.RemoveMember(Make<cow_String>(1)));
-  EXPECT_FALSE(list.RemoveMember(Make<cow_String>(1)));
-  const cow_List<cow_String> others = ListOf<cow_String>(3);
-  EXPECT_TRUE(Same(list.Difference(others), {Make<cow_String>(3), Make<cow_String>(4), "new"}));
-}
-
-TEST_F(ListTest, ArraysFillAndConcatenate) {
-  const Tracked values[] = {1, 2, 3, 4, 5};
-  cow_List<Tracked> list = ListOf<Tracked>(20);
-  list.SetFromArray(values, 5);
-  EXPECT_TRUE(Same(list, {1, 2, 3, 4, 5}));
-  list.Fill(3, Tracked(9));  // never shrinks
-  list.Fill(7, Tracked(9));
-  EXPECT_TRUE(Same(list, {1, 2, 3, 4, 5, 9, 9}));
-  list.Concatenate(list);
-  EXPECT_EQ(list.Count(), 14);
-  EXPECT_TRUE(list.ConstGet(13) == Tracked(9));
-
+  const Tracked values[] = {1, 2, 3};
+  cow_List<Tracked> tracked = ListOf<Tracked>(20);
+  tracked.SetFromArray(values, 3);
+  tracked.Fill(2, Tracked(9));  // never shrinks
+  tracked.Fill(4, Tracked(9));
+  tracked.Concatenate(tracked);
+  EXPECT_TRUE(Same(tracked, {1, 2, 3, 9, 1, 2, 3, 9}));
   int count = -1;
-  Tracked* array = list.GetCArray(count);
-  ASSERT_EQ(count, 14);
-  EXPECT_TRUE(array[7] == Tracked(1));
+  Tracked* array = tracked.GetCArray(count);
+  ASSERT_EQ(count, 8);
+  EXPECT_TRUE(array[6] == Tracked(3));
   delete[] array;
-  array = cow_List<Tracked>().GetCArray(count);
-  EXPECT_EQ(count, 0);
-  delete[] array;
+
+  cow_List<cow_String> names = ListOf<cow_String>(5);
+  EXPECT_EQ(names.FindMember(Make<cow_String>(3)), 3);
+  EXPECT_EQ(names.FindMember("absent"), -1);
+  EXPECT_FALSE(names.AppendUnlessMember(Make<cow_String>(4)));
+  EXPECT_TRUE(names.AppendUnlessMember("new"));
+  EXPECT_TRUE(names.RemoveMember(Make<cow_String>(1)));
+  EXPECT_FALSE(names.RemoveMember(Make<cow_String>(1)));
+  EXPECT_TRUE(Same(names.Difference(ListOf<cow_String>(3)),
+                   {Make<cow_String>(3), Make<cow_String>(4), "new"}));
 }
 
 TEST_F(ListTest, IteratorKeepsTheContentsItStartedWith) {
   cow_List<int> list = ListOf<int>(40);
-  list.Prepend(-1);  // element 0 in the middle of a block
+  list.Prepend(-1);
   cow_ListIter<int> it(list);
   list.Get(1) = 100;
-  list.Append(40);
   int expected = -1;
   for (; !it.IsDone(); it.Next(), ++expected)
     EXPECT_EQ(it.Current(), expected);
   EXPECT_EQ(expected, 40);
-  it.First();
-  EXPECT_EQ(it.Current(), -1);
   EXPECT_TRUE(cow_ListIter<int>(cow_List<int>()).IsDone());
 }
 
@@ -298,12 +212,8 @@ TEST_F(ListTest, AFailedCopyLeavesBothListsIntact) {
   const cow_List<Tracked> copy = list;
   Tracked::copiesBeforeFailure = 3;  // the block copy of the write fails on its third element
   EXPECT_THROW(list.Get(18) = Tracked(-1), int);
-  Tracked::copiesBeforeFailure = 0;
   EXPECT_TRUE(list == ListOf<Tracked>(20));
   EXPECT_TRUE(copy == ListOf<Tracked>(20));
-  list.Get(18) = Tracked(-1);
-  EXPECT_TRUE(list.ConstGet(18) == Tracked(-1));
-  EXPECT_TRUE(copy.ConstGet(18) == Tracked(18));
 }
 
 TEST(ListDeathTest, BadIndexEndsTheProcess) {
@@ -311,7 +221,6 @@ TEST(ListDeathTest, BadIndexEndsTheProcess) {
   EXPECT_DEATH(list.Get(3), "");
   EXPECT_DEATH(list.ConstGet(-1), "");
   EXPECT_DEATH(list.InsertIndex(4, 0), "");
-  EXPECT_DEATH(list.RemoveIndex(3), "");
   EXPECT_DEATH(cow_List<int>().Pop(), "");
   EXPECT_DEATH(list.Resize(-1), "");
 }
