@@ -36,8 +36,9 @@ bool Beyond(unsigned a, unsigned b) {
   return a != b && a - b < 0x80000000u;
 }
 
-template <class T>
-pnt_NumberText RealText(T value, int width, int precision, const char* withWidth,
+// A real in `withWidth`, whose stars take the width and the precision, unless the width is
+// 0, then in `plain`; repaired.
+pnt_NumberText RealText(double value, int width, int precision, const char* withWidth,
                         const char* plain) {
   pnt_NumberText text = width != 0 ? pnt_NumberText(withWidth, pnt_NumberText::Field(width),
                                                     pnt_NumberText::Field(precision), value)
@@ -208,6 +209,7 @@ void pnt_PrettyPrint::Emit(char c) {
 }
 
 void pnt_PrettyPrint::Drain() {
+  if (m_OutUsed == 0) return;
   m_Stream->write(m_Out, m_OutUsed);
   m_OutUsed = 0;
 }
@@ -222,44 +224,40 @@ pnt_PrettyPrint& pnt_PrettyPrint::Print(char c) {
 
 // The "u" of "%du" is printed as it stands: "7u".
 pnt_PrettyPrint& pnt_PrettyPrint::Print(unsigned char value, int width) {
-  const pnt_NumberText text = pnt_NumberText::Integer(value, width, "%*du", "%du");
-  return prettyprint(text.c_str(), text.Length());
+  return PrintNumber(pnt_NumberText::Integer(value, width, "%*du", "%du"));
 }
 
 pnt_PrettyPrint& pnt_PrettyPrint::Print(short value, int width) {
-  const pnt_NumberText text = pnt_NumberText::Integer(value, width, "%*hi", "%hi");
-  return prettyprint(text.c_str(), text.Length());
+  return PrintNumber(pnt_NumberText::Integer(value, width, "%*hi", "%hi"));
 }
 
 pnt_PrettyPrint& pnt_PrettyPrint::Print(unsigned short value, int width) {
-  const pnt_NumberText text = pnt_NumberText::Integer(value, width, "%*hu", "%hu");
-  return prettyprint(text.c_str(), text.Length());
+  return PrintNumber(pnt_NumberText::Integer(value, width, "%*hu", "%hu"));
 }
 
 pnt_PrettyPrint& pnt_PrettyPrint::Print(int value, int width) {
-  const pnt_NumberText text = pnt_NumberText::Integer(value, width, "%*i", "%i");
-  return prettyprint(text.c_str(), text.Length());
+  return PrintNumber(pnt_NumberText::Integer(value, width, "%*i", "%i"));
 }
 
 pnt_PrettyPrint& pnt_PrettyPrint::Print(unsigned value, int width) {
-  const pnt_NumberText text = pnt_NumberText::Integer(value, width, "%*u", "%u");
-  return prettyprint(text.c_str(), text.Length());
+  return PrintNumber(pnt_NumberText::Integer(value, width, "%*u", "%u"));
 }
 
 pnt_PrettyPrint& pnt_PrettyPrint::Print(float value, int width, int precision) {
-  const pnt_NumberText text = RealText(value, width, precision, "%*.*g", "%g");
-  return prettyprint(text.c_str(), text.Length());
+  return PrintNumber(RealText(value, width, precision, "%*.*g", "%g"));
 }
 
 pnt_PrettyPrint& pnt_PrettyPrint::Print(double value, int width, int precision) {
-  const pnt_NumberText text = RealText(value, width, precision, "%*.*lg", "%lg");
-  return prettyprint(text.c_str(), text.Length());
+  return PrintNumber(RealText(value, width, precision, "%*.*lg", "%lg"));
 }
 
 // All 64 bits of the address; the width is the least number of digits.
 pnt_PrettyPrint& pnt_PrettyPrint::Print(const void* value, int width) {
   const unsigned long address = reinterpret_cast<uintptr_t>(value);
-  const pnt_NumberText text = pnt_NumberText::Integer(address, width, "0x%.*lx", "0x%lx");
+  return PrintNumber(pnt_NumberText::Integer(address, width, "0x%.*lx", "0x%lx"));
+}
+
+pnt_PrettyPrint& pnt_PrettyPrint::PrintNumber(const pnt_NumberText& text) {
   return prettyprint(text.c_str(), text.Length());
 }
 

@@ -58,6 +58,8 @@ inline constexpr char pnt_forcedBreak[] = "\033n";
 inline constexpr char pnt_conditionalBreak[] = "\033c";
 inline constexpr char pnt_optionalBreak[] = "\033o";
 
+class pnt_NumberText;
+
 class VRKLNU_EXPORT pnt_PrettyPrint : public mem_AllocationOperators {
  public:
   // Lines go to `os`, which the printer doesn't own and which must outlive it. Raises when
@@ -154,6 +156,7 @@ class VRKLNU_EXPORT pnt_PrettyPrint : public mem_AllocationOperators {
   // Output goes through a small buffer, handed to the stream at the end of each write.
   void Emit(char c);
   void Drain();
+  pnt_PrettyPrint& PrintNumber(const pnt_NumberText& text);
   pnt_PrettyPrint& PrintTag(const char* open, unsigned n, const char* close);
 
   aio_ostream* m_Stream;
