@@ -97,12 +97,7 @@ TEST_F(PrettyPrintTest, ShortListsAndOtherElementTypes) {
   EXPECT_EQ(Text(), "lists: [] [1.; 0.5] [2., 1e+100]\n");
 }
 
-TEST_F(PrettyPrintTest, ConditionalBreakAtTheLevelOfTheLineFires) {
-  m_Printer << "x" << pnt_forcedBreak << "a" << pnt_conditionalBreak << "b";
-  EXPECT_EQ(Text(), "x\na\n");
-}
-
-TEST_F(PrettyPrintTest, NestedConditionalBreaksFireOnlyWhenTheirLineBreaks) {
+TEST_F(PrettyPrintTest, ConditionalBreaksFireAtTheLineLevelOrWhenTheirLineBreaks) {
   auto call = [this](const std::string& a, const std::string& b, const std::string& c) {
     m_Printer << "call(" << pnt_open << a.c_str() << "," << pnt_conditionalBreak << b.c_str() << ","
               << pnt_conditionalBreak << c.c_str() << pnt_close << ")" << pnt_forcedBreak;
@@ -111,6 +106,9 @@ TEST_F(PrettyPrintTest, NestedConditionalBreaksFireOnlyWhenTheirLineBreaks) {
   const std::string a(40, 'A'), b(40, 'B'), c(40, 'C');
   call(a, b, c);
   EXPECT_EQ(Text(), "call(a,b,c)\ncall(" + a + ",\n" + b + ",\n" + c + ")\n");
+  // At the level of the line, after a forced break, a conditional break fires at once.
+  m_Printer << "x" << pnt_conditionalBreak << "y";
+  EXPECT_EQ(Text(), "call(a,b,c)\ncall(" + a + ",\n" + b + ",\n" + c + ")\nx\n");
 }
 
 TEST_F(PrettyPrintTest, DebugFrameAndTags) {

@@ -18,22 +18,15 @@ class StreamTest : public ::testing::Test {
 
 const std::string a15(15, 'a');
 
-TEST_F(StreamTest, TextAfterABreakPointMovesToTheNextLineWhole) {
+TEST_F(StreamTest, TextAfterABreakPointIsHeldOrMovesToTheNextLineWhole) {
   m_Stream << a15.c_str();
   m_Stream.OptionalLineBreak();
-  m_Stream << "0123456789";
-  EXPECT_EQ(Text(), a15 + "\n0123456789");
-}
-
-TEST_F(StreamTest, TextThatFitsIsHeldUntilTheNextBreakPoint) {
-  m_Stream << a15.c_str();
-  m_Stream.OptionalLineBreak();
-  m_Stream << "bbbbb";  // exactly 20: still fits
+  m_Stream << "bbbbb";  // exactly 20: still fits, and is held
   EXPECT_EQ(Text(), a15);
   m_Stream.OptionalLineBreak();
   EXPECT_EQ(Text(), a15 + "bbbbb");
-  m_Stream << "c";
-  EXPECT_EQ(Text(), a15 + "bbbbb\nc");
+  m_Stream << "0123456789";
+  EXPECT_EQ(Text(), a15 + "bbbbb\n0123456789");
 }
 
 TEST_F(StreamTest, TextLongerThanTheLineGoesOutWholeOnItsOwnLine) {
