@@ -11,11 +11,11 @@ constexpr int kMaxPrecision = 100;
 constexpr size_t kNumberBuffer = 512;
 
 // Starts a printf conversion with the '+' and '#' flags as asked; returns the end.
-char* StartSpec(char* spec, bool plus, bool alternate) {
-  *spec++ = '%';
-  if (plus) *spec++ = '+';
-  if (alternate) *spec++ = '#';
-  return spec;
+char* StartFormat(char* format, bool plus, bool alternate) {
+  *format++ = '%';
+  if (plus) *format++ = '+';
+  if (alternate) *format++ = '#';
+  return format;
 }
 
 }  // namespace
@@ -102,29 +102,29 @@ aio_ostream& aio_ostream::print_int(int value) {
 
 aio_ostream& aio_ostream::print_long(long long value) {
   if (m_Flags & (oct | hex)) return print_unsigned(static_cast<unsigned long long>(value));
-  char spec[8];
-  std::strcpy(StartSpec(spec, m_Flags & showpos, false), "lld");
+  char format[8];
+  std::strcpy(StartFormat(format, m_Flags & showpos, false), "lld");
   char text[32];
-  return print_text(text, std::snprintf(text, sizeof text, spec, value));
+  return print_text(text, std::snprintf(text, sizeof text, format, value));
 }
 
 aio_ostream& aio_ostream::print_unsigned(unsigned long long value) {
-  char spec[8];
+  char format[8];
   const char conversion = (m_Flags & hex)   ? ((m_Flags & uppercase) ? 'X' : 'x')
                           : (m_Flags & oct) ? 'o'
                                             : 'u';
-  char* p = StartSpec(spec, false, (m_Flags & showbase) && conversion != 'u');
+  char* p = StartFormat(format, false, (m_Flags & showbase) && conversion != 'u');
   *p++ = 'l';
   *p++ = 'l';
   *p++ = conversion;
   *p = '\0';
   char text[32];
-  return print_text(text, std::snprintf(text, sizeof text, spec, value));
+  return print_text(text, std::snprintf(text, sizeof text, format, value));
 }
 
 aio_ostream& aio_ostream::print_double(double value) {
-  char spec[16];
-  char* p = StartSpec(spec, m_Flags & showpos, m_Flags & showpoint);
+  char format[16];
+  char* p = StartFormat(format, m_Flags & showpos, m_Flags & showpoint);
   std::strcpy(p, ".*");
   const bool upper = m_Flags & uppercase;
   switch (m_Flags & floatfield) {
@@ -141,7 +141,7 @@ aio_ostream& aio_ostream::print_double(double value) {
   p[3] = '\0';
   char text[kNumberBuffer];
   const int digits = std::min(std::max(m_Precision, 0), kMaxPrecision);
-  return print_text(text, std::snprintf(text, sizeof text, spec, digits, value));
+  return print_text(text, std::snprintf(text, sizeof text, format, digits, value));
 }
 
 aio_ostream& aio_ostream::print_pointer(const void* value) {

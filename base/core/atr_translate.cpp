@@ -79,9 +79,9 @@ struct atr_translate::Placeholder {
   }
 
   // The conversion rebuilt without its index and with the given length and conversion.
-  const char* Spec(char (&spec)[40], const char* tail) const {
-    std::snprintf(spec, sizeof spec, "%%%.*s%s", optionsLength, options, tail);
-    return spec;
+  const char* Format(char (&format)[40], const char* tail) const {
+    std::snprintf(format, sizeof format, "%%%.*s%s", optionsLength, options, tail);
+    return format;
   }
 };
 
@@ -147,7 +147,7 @@ atr_String atr_translate::Result() const {
 void atr_translate::AppendValue(atr_String& out, const Placeholder& placeholder,
                                 const Argument& value) const {
   const char conversion = placeholder.conversion;
-  char spec[40];
+  char format[40];
   char buffer[96];
   if (value.m_Kind == Text) {
     if (conversion == 's') {
@@ -159,16 +159,16 @@ void atr_translate::AppendValue(atr_String& out, const Placeholder& placeholder,
   }
   int length;
   if (OneOf(conversion, "di")) {
-    length = std::snprintf(buffer, sizeof buffer, placeholder.Spec(spec, "lld"), value.m_Number);
+    length = std::snprintf(buffer, sizeof buffer, placeholder.Format(format, "lld"), value.m_Number);
   } else if (OneOf(conversion, "uoxX")) {
     const char tail[] = {'l', 'l', conversion, '\0'};
     // A signed value under an unsigned conversion reads as its 32-bit pattern, as printf would.
     const unsigned long long number = value.m_Kind == Signed
                                           ? static_cast<unsigned int>(value.m_Number)
                                           : static_cast<unsigned long long>(value.m_Number);
-    length = std::snprintf(buffer, sizeof buffer, placeholder.Spec(spec, tail), number);
+    length = std::snprintf(buffer, sizeof buffer, placeholder.Format(format, tail), number);
   } else if (conversion == 'c') {
-    length = std::snprintf(buffer, sizeof buffer, placeholder.Spec(spec, "c"),
+    length = std::snprintf(buffer, sizeof buffer, placeholder.Format(format, "c"),
                            static_cast<int>(value.m_Number));
   } else {
     length = std::snprintf(buffer, sizeof buffer, value.m_Kind == Signed ? "%lld" : "%llu",

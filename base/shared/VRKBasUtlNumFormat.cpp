@@ -9,12 +9,12 @@ VRKBasUtlNumFormat::VRKBasUtlNumFormat(VRKBasUtlFormatEnum notation)
 VRKBasUtlNumFormat::~VRKBasUtlNumFormat() = default;
 
 cow_String VRKBasUtlNumFormat::Format(double value) const {
-  const char* spec = m_ShowPoint ? "%#*.*g" : "%*.*g";
-  if (m_Notation == VRKBasUtlFixedFormat) spec = m_ShowPoint ? "%#*.*f" : "%*.*f";
-  if (m_Notation == VRKBasUtlScientificFormat) spec = m_ShowPoint ? "%#*.*e" : "%*.*e";
+  const char* format = m_ShowPoint ? "%#*.*g" : "%*.*g";
+  if (m_Notation == VRKBasUtlFixedFormat) format = m_ShowPoint ? "%#*.*f" : "%*.*f";
+  if (m_Notation == VRKBasUtlScientificFormat) format = m_ShowPoint ? "%#*.*e" : "%*.*e";
   const int width = std::min(std::max(m_Width, 0), 200);
   const int precision = std::min(std::max(m_Precision, 0), 100);
   char text[640];
-  const int length = std::snprintf(text, sizeof text, spec, width, precision, value);
+  const int length = std::snprintf(text, sizeof text, format, width, precision, value);
   return cow_String(text, std::min<int>(length, sizeof text - 1));
 }
