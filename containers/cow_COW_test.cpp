@@ -78,7 +78,14 @@ TEST_F(CowTest, InstallingAPointerFollowsTheCount) {
   EXPECT_EQ(a.UseCount(), 1);
   EXPECT_EQ(b.UseCount(), 1);
 
+  // An empty holder has no count block until it gets an object.
+  const unsigned long before = mem_Footprint();
   cow_CountedHld<Value> empty(nullptr);
+  cow_CountedHld<Value> alsoEmpty = empty;
+  EXPECT_EQ(mem_Footprint(), before);
+  EXPECT_EQ(empty.UseCount(), 0);
+  alsoEmpty = new Value(4);
+  EXPECT_EQ(alsoEmpty.UseCount(), 1);
   EXPECT_EQ(empty.GetPtr(), nullptr);
 }
 

@@ -16,22 +16,15 @@
 template <class T>
 class cow_CountedHld : public mem_AllocationOperatorsTiny {
  public:
-  // Takes ownership of `referent` (which may be null) with a count of 1.
-  explicit cow_CountedHld(T* referent) : m_Referent(referent) {
-    try {
-      m_Count = static_cast<int*>(mem_OperatorNewTinyThrow(sizeof(int)));
-    } catch (...) {
-      delete referent;
-      throw;
-    }
-    *m_Count = 1;
-  }
+  // Takes ownership of `referent` with a count of 1. A holder of null needs no count block
+  // until it is given an object, which keeps empty holders (the free links of a tree) cheap.
+  explicit cow_CountedHld(T* referent) : m_Count(NewCount(referent)), m_Referent(referent) {}
   cow_CountedHld(const cow_CountedHld& other)
       : m_Count(other.m_Count), m_Referent(other.m_Referent) {
-    ++*m_Count;
+    if (m_Count) ++*m_Count;
   }
   cow_CountedHld& operator=(const cow_CountedHld& other) {
-    ++*other.m_Count;
+    if (other.m_Count) ++*other.m_Count;
     Release();
     m_Count = other.m_Count;
     m_Referent = other.m_Referent;
@@ -43,21 +36,13 @@ class cow_CountedHld : public mem_AllocationOperatorsTiny {
   // sharing holder leaves the old object to the others and takes a new count of 1. The
   // pointer already held must not be passed again.
   cow_CountedHld& operator=(T* referent) {
-    if (*m_Count == 1) {
+    if (m_Count && *m_Count == 1) {
       delete m_Referent;
-      m_Referent = referent;
-      return *this;
+    } else {
+      int* count = NewCount(referent);
+      if (m_Count) --*m_Count;
+      m_Count = count;
     }
-    int* count;
-    try {
-      count = static_cast<int*>(mem_OperatorNewTinyThrow(sizeof(int)));
-    } catch (...) {
-      delete referent;
-      throw;
-    }
-    --*m_Count;
-    *count = 1;
-    m_Count = count;
     m_Referent = referent;
     return *this;
   }
@@ -65,8 +50,8 @@ class cow_CountedHld : public mem_AllocationOperatorsTiny {
   // The object, with no check.
   T* GetPtr() const { return m_Referent; }
   T& GetRef() const { return *m_Referent; }
-  // Holders that share the object.
-  int UseCount() const { return *m_Count; }
+  // Holders that share the object; 0 for a holder that never had one.
+  int UseCount() const { return m_Count ? *m_Count : 0; }
 
  protected:
   // Destroys the object, frees the count block and clears both pointers.
@@ -83,7 +68,22 @@ class cow_CountedHld : public mem_AllocationOperatorsTiny {
 
  private:
   void Release() {
-    if (--*m_Count == 0) Delete();
+    if (m_Count && --*m_Count == 0) Delete();
+  }
+
+  // A count of 1 for a new object, none for null. Should the count block fail, the object
+  // is destroyed, since the holder took it over.
+  static int* NewCount(T* referent) {
+    if (referent == nullptr) return nullptr;
+    int* count;
+    try {
+      count = static_cast<int*>(mem_OperatorNewTinyThrow(sizeof(int)));
+    } catch (...) {
+      delete referent;
+      throw;
+    }
+    *count = 1;
+    return count;
   }
 
   int* m_Count;
