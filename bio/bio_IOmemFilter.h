@@ -1,0 +1,54 @@
+// A filter that is writer and reader at once, on a block of memory of its own that grows as
+// it is written: the fast way to hold a serialized value in memory and read it back.
+//
+//   bio_IOmemFilter memory(4096);   // grows in steps of 4096 bytes
+//   memory << 42 << 2.5;
+//   int i;
+//   double d;
+//   memory >> i >> d;               // the reader has its own cursor
+//
+// Values are in the host's form, as with the internal filters. The block grows to the written
+// size rounded up to a multiple of the quantum, copying what it holds. The reader depends on
+// reading only what was written: there is no check against the write cursor beyond an
+// assertion in debug builds. A quantum of 0 raises omi_FatalError at construction;
+// allocation failure raises through the memory layer. A filter belongs to one thread.
+//
+// Both bases have an object table; name the one meant (memory.bio_Ofilter::objectTable).
+#ifndef BIO_IOMEMFILTER_H
+#define BIO_IOMEMFILTER_H
+
+#include <cstddef>
+
+#include "VRKBasExport.h"
+#include "bio_Ifilter.h"
+#include "bio_Ofilter.h"
+
+class VRKLNU_EXPORT bio_IOmemFilter : public bio_Ofilter, public bio_Ifilter {
+ public:
+  // A block of `quantum` bytes, with both cursors at its start.
+  explicit bio_IOmemFilter(size_t quantum);
+  ~bio_IOmemFilter() override;
+
+ protected:
+  // Writing: every put reaches Append. Reading: each copies from the read cursor and moves
+  // it on. The shortSwap pair moves the bytes in reverse order.
+  void longMove(const char* src, unsigned n) override;
+  void shortMove(const char* src, unsigned n) override;
+  void shortSwap(const char* src, unsigned n) override;
+  void longMove(char* dst, unsigned n) override;
+  void shortMove(char* dst, unsigned n) override;
+  void shortSwap(char* dst, unsigned n) override;
+
+  char* base;
+  char* limit;
+  char* writeCursor;
+  char* readCursor;
+  size_t quantum;
+
+ private:
+  char* Append(unsigned n);
+  const char* Take(unsigned n);
+  void Grow(unsigned n);
+};
+
+#endif  // BIO_IOMEMFILTER_H
