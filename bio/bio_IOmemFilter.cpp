@@ -33,8 +33,10 @@ void bio_IOmemFilter::Grow(unsigned n) {
   readCursor = block + read;
 }
 
-// Room for `n` bytes at the write cursor, which moves past them.
-char* bio_IOmemFilter::Append(unsigned n) {
+// Room for `n` bytes at the write cursor, which moves past them. This and the helpers below
+// are inline, so that they stay out of the exported interface and the scalar paths inline
+// them instead of calling them through the PLT.
+inline char* bio_IOmemFilter::Append(unsigned n) {
   if (n > static_cast<size_t>(limit - writeCursor)) Grow(n);
   char* at = writeCursor;
   writeCursor += n;
@@ -42,11 +44,80 @@ char* bio_IOmemFilter::Append(unsigned n) {
 }
 
 // The next `n` written bytes at the read cursor, which moves past them.
-const char* bio_IOmemFilter::Take(unsigned n) {
+inline const char* bio_IOmemFilter::Take(unsigned n) {
   assert(n <= static_cast<size_t>(writeCursor - readCursor) && "read past the written bytes");
   const char* at = readCursor;
   readCursor += n;
   return at;
+}
+
+template <class T>
+inline void bio_IOmemFilter::Store(const T& value) {
+  std::memcpy(Append(sizeof value), &value, sizeof value);
+}
+
+template <class T>
+inline void bio_IOmemFilter::Load(T& value) {
+  std::memcpy(&value, Take(sizeof value), sizeof value);
+}
+
+void bio_IOmemFilter::put(const double& value) {
+  Store(value);
+}
+void bio_IOmemFilter::put(const float& value) {
+  Store(value);
+}
+void bio_IOmemFilter::put(const unsigned& value) {
+  Store(value);
+}
+void bio_IOmemFilter::put(const int& value) {
+  Store(value);
+}
+void bio_IOmemFilter::put(const unsigned short& value) {
+  Store(value);
+}
+void bio_IOmemFilter::put(const short& value) {
+  Store(value);
+}
+void bio_IOmemFilter::put(const unsigned char& value) {
+  Store(value);
+}
+void bio_IOmemFilter::put(const char& value) {
+  Store(value);
+}
+void bio_IOmemFilter::put(const bool& value) {
+  Store(value);
+}
+
+void bio_IOmemFilter::get(double& value) {
+  Load(value);
+}
+void bio_IOmemFilter::get(float& value) {
+  Load(value);
+}
+void bio_IOmemFilter::get(unsigned& value) {
+  Load(value);
+}
+void bio_IOmemFilter::get(int& value) {
+  Load(value);
+}
+void bio_IOmemFilter::get(unsigned short& value) {
+  Load(value);
+}
+void bio_IOmemFilter::get(short& value) {
+  Load(value);
+}
+void bio_IOmemFilter::get(unsigned char& value) {
+  Load(value);
+}
+void bio_IOmemFilter::get(char& value) {
+  Load(value);
+}
+// The byte is loaded as such, so that a bool never holds another value than 0 or 1.
+void bio_IOmemFilter::get(bool& value) {
+  unsigned char byte;
+  Load(byte);
+  value = byte != 0;
 }
 
 void bio_IOmemFilter::longMove(const char* src, unsigned n) {

@@ -29,9 +29,31 @@ class VRKLNU_EXPORT bio_IOmemFilter : public bio_Ofilter, public bio_Ifilter {
   explicit bio_IOmemFilter(size_t quantum);
   ~bio_IOmemFilter() override;
 
+  // Scalars go straight to memory: each put appends the value's bytes, each get loads the
+  // value at the read cursor and moves it on.
+  void put(const double& value) override;
+  void put(const float& value) override;
+  void put(const unsigned& value) override;
+  void put(const int& value) override;
+  void put(const unsigned short& value) override;
+  void put(const short& value) override;
+  void put(const unsigned char& value) override;
+  void put(const char& value) override;
+  void put(const bool& value) override;
+
+  void get(double& value) override;
+  void get(float& value) override;
+  void get(unsigned& value) override;
+  void get(int& value) override;
+  void get(unsigned short& value) override;
+  void get(short& value) override;
+  void get(unsigned char& value) override;
+  void get(char& value) override;
+  void get(bool& value) override;
+
  protected:
-  // Writing: every put reaches Append. Reading: each copies from the read cursor and moves
-  // it on. The shortSwap pair moves the bytes in reverse order.
+  // Strings and arrays: the writing movers append, the reading ones copy from the read cursor
+  // and move it on. The shortSwap pair moves the bytes in reverse order.
   void longMove(const char* src, unsigned n) override;
   void shortMove(const char* src, unsigned n) override;
   void shortSwap(const char* src, unsigned n) override;
@@ -49,6 +71,10 @@ class VRKLNU_EXPORT bio_IOmemFilter : public bio_Ofilter, public bio_Ifilter {
   char* Append(unsigned n);
   const char* Take(unsigned n);
   void Grow(unsigned n);
+  template <class T>
+  void Store(const T& value);
+  template <class T>
+  void Load(T& value);
 };
 
 #endif  // BIO_IOMEMFILTER_H

@@ -25,7 +25,9 @@ bio_IexternalMemFilter::bio_IexternalMemFilter(char* buffer, size_t size)
 
 bio_IexternalMemFilter::~bio_IexternalMemFilter() = default;
 
-void bio_IexternalMemFilter::Get(void* dst, size_t count, unsigned sizeLog2) {
+// The path of every read. Inline, so that it stays out of the exported interface and the
+// reads inline it instead of calling it through the PLT.
+inline void bio_IexternalMemFilter::Get(void* dst, size_t count, unsigned sizeLog2) {
   const size_t bytes = count << sizeLog2;
   assert(bytes <= static_cast<size_t>(end - cursor) && "read past the end of the buffer");
   bio_moveElements(dst, cursor, count, sizeLog2, m_Swap);

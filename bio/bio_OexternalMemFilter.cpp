@@ -55,8 +55,9 @@ size_t bio_OexternalMemFilter::NewestBytes() const {
   return static_cast<size_t>(cursor - reinterpret_cast<const char*>(chunk + 1));
 }
 
-// The path of every write; the elements fit in the newest chunk but for the last one.
-void bio_OexternalMemFilter::Put(const void* src, size_t count, unsigned sizeLog2) {
+// The path of every write. Inline, so that it stays out of the exported interface and the
+// writes inline it instead of calling it through the PLT.
+inline void bio_OexternalMemFilter::Put(const void* src, size_t count, unsigned sizeLog2) {
   if (count > static_cast<size_t>(chunkEnd - cursor) >> sizeLog2)
     return PutOverChunks(static_cast<const char*>(src), count, sizeLog2);
   bio_moveElements(cursor, src, count, sizeLog2, m_Swap);
