@@ -1,5 +1,6 @@
 #include "bio_IOmemFilter.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -53,12 +54,9 @@ TEST(IOmemFilterTest, ReadsAndWritesInterleaveWithTheirOwnCursors) {
 }
 
 TEST(IOmemFilterTest, AQuantumOfZeroIsRefused) {
-  try {
-    bio_IOmemFilter filter(0);
-    ADD_FAILURE() << "no error";
-  } catch (const omi_FatalError& error) {
-    EXPECT_EQ(error.Errno(), EINVAL);
-  }
+  EXPECT_THAT(
+      [] { bio_IOmemFilter filter(0); },
+      ::testing::Throws<omi_FatalError>(::testing::Property(&omi_FatalError::Errno, EINVAL)));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "bio_OexternalMemFilter.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 
@@ -68,7 +69,7 @@ TEST_P(ExternalFormTest, ScalarsHaveTheirByteImagesAndReadBack) {
   ExpectImage(false, {0});
 }
 
-TEST_P(ExternalFormTest, ArraysAreTheirElementsInOrder) {
+TEST_P(ExternalFormTest, ArraysAreTheirElementsInOrderWithNoCount) {
   const int ints[] = {Held(1), Held(-1)};
   const double doubles[] = {Held(1.5)};
   const char chars[] = {'x', 'y'};
@@ -76,20 +77,8 @@ TEST_P(ExternalFormTest, ArraysAreTheirElementsInOrder) {
   writer.putArray(ints, 2);
   writer.putArray(doubles, 1);
   writer.putArray(chars, 2);
-  Bytes image = Output(writer);
-  EXPECT_EQ(image,
+  EXPECT_EQ(Output(writer),
             (Bytes{1, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0, 0, 0, 0xF8, 0x3F, 'x', 'y'}));
-
-  bio_IexternalMemFilter reader(reinterpret_cast<char*>(image.data()), image.size());
-  int intsBack[2];
-  double doublesBack[1];
-  char charsBack[2];
-  reader.getArray(intsBack, 2);
-  reader.getArray(doublesBack, 1);
-  reader.getArray(charsBack, 2);
-  EXPECT_EQ(std::memcmp(intsBack, ints, sizeof ints), 0);
-  EXPECT_EQ(std::memcmp(doublesBack, doubles, sizeof doubles), 0);
-  EXPECT_EQ(std::memcmp(charsBack, chars, sizeof chars), 0);
 }
 
 // shortSwap peeks: it reads one element in the external order and leaves the cursor.
@@ -112,7 +101,7 @@ TEST_P(ExternalFormTest, ShortSwapPeeksAtTheNextElement) {
 INSTANTIATE_TEST_SUITE_P(HostOrders, ExternalFormTest,
                          ::testing::Values(omi_Swapper::LittleEndian, omi_Swapper::BigEndian));
 
-TEST(OexternalMemFilterTest, ShortsWidenBoolsNormalizeStringsCarryTheirLength) {
+TEST(OexternalMemFilterTest, ShortsWidenBoolsNormalizeAndStringsCarryTheirLength) {
   const short shorts[] = {-1, 2};
   const bool bools[] = {true, false};
   bool two;  // a bool holding 2, which only a bad cast or a memcpy can make
@@ -124,28 +113,9 @@ TEST(OexternalMemFilterTest, ShortsWidenBoolsNormalizeStringsCarryTheirLength) {
   writer.putString("");
   writer.putArray(shorts, 2);
   writer.putArray(bools, 2);
-  Bytes image = Output(writer);
-  EXPECT_EQ(image, (Bytes{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 1,     // scalars
-                          2,    0,    0,    0,    'a',  'b',  0, 0, 0, 0,  // strings
-                          0xFF, 0xFF, 0xFF, 0xFF, 2,    0,    0, 0, 1, 0}));
-
-  bio_IexternalMemFilter reader(reinterpret_cast<char*>(image.data()), image.size());
-  short s;
-  unsigned short us;
-  bool b;
-  char* ab;
-  char* empty;
-  short shortsBack[2];
-  bool boolsBack[2];
-  reader >> s >> us >> b >> ab >> empty;
-  reader.getArray(shortsBack, 2);
-  reader.getArray(boolsBack, 2);
-  EXPECT_TRUE(s == -1 && us == 65535 && b);
-  EXPECT_STREQ(ab, "ab");
-  EXPECT_STREQ(empty, "");
-  mem_Free(ab);
-  mem_Free(empty);
-  EXPECT_TRUE(shortsBack[0] == -1 && shortsBack[1] == 2 && boolsBack[0] && !boolsBack[1]);
+  EXPECT_EQ(Output(writer), (Bytes{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 1,     // scalars
+                                   2,    0,    0,    0,    'a',  'b',  0, 0, 0, 0,  // strings
+                                   0xFF, 0xFF, 0xFF, 0xFF, 2,    0,    0, 0, 1, 0}));
 }
 
 TEST(OexternalMemFilterTest, ThreeMiBComeBackInOrderAsOneBlockAndWritingGoesOn) {
@@ -196,12 +166,9 @@ TEST(OexternalMemFilterTest, OutputIsHeldBelowFourGiB) {
   ASSERT_NE(source, MAP_FAILED);
   bio_OexternalMemFilter writer(0);
   writer << 'a';
-  try {
-    writer.putArray(static_cast<const char*>(source), 0xFFFFFFFFu);
-    ADD_FAILURE() << "no error";
-  } catch (const omi_FatalError& error) {
-    EXPECT_EQ(error.Errno(), EFBIG);
-  }
+  EXPECT_THAT(
+      [&] { writer.putArray(static_cast<const char*>(source), 0xFFFFFFFFu); },
+      ::testing::Throws<omi_FatalError>(::testing::Property(&omi_FatalError::Errno, EFBIG)));
   unsigned size;
   writer.GetBuffer(size);
   EXPECT_EQ(size, 1u);
