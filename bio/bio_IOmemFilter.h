@@ -7,11 +7,12 @@
 //   double d;
 //   memory >> i >> d;               // the reader has its own cursor
 //
-// Values are in the host's form, as with the internal filters. The block grows to the written
-// size rounded up to a multiple of the quantum, copying what it holds. The reader depends on
-// reading only what was written: there is no check against the write cursor beyond an
-// assertion in debug builds. A quantum of 0 raises omi_FatalError at construction;
-// allocation failure raises through the memory layer. A filter belongs to one thread.
+// Values are in the host's form, as with the internal filters. A write that doesn't fit grows
+// the block to its capacity plus the write, rounded up to a multiple of the quantum, copying
+// what it holds; a large quantum saves copies. The reader depends on reading only what was
+// written: there is no check against the write cursor beyond an assertion in debug builds. A
+// quantum of 0 raises omi_FatalError at construction; allocation failure raises through the
+// memory layer. A filter belongs to one thread.
 //
 // Both bases have an object table; name the one meant (memory.bio_Ofilter::objectTable).
 #ifndef BIO_IOMEMFILTER_H

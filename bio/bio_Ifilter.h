@@ -11,8 +11,8 @@
 //   reader >> count >> name;
 //
 // The virtual operations keep a fixed order (the layout of the class's table of virtual
-// functions), which clients built against the library rely on: get, getArray and then the
-// three raw movers. bio_Ofilter orders its own differently, on purpose.
+// functions), which clients built against the library rely on: getChars, get, getArray and
+// then the three raw movers. bio_Ofilter orders its own differently, on purpose.
 //
 // Failure: a scalar read from a device with nothing left raises omi_FatalError with the text
 // "The other side of the connection exited breaking the socket connection" and the errno of

@@ -14,7 +14,7 @@
 // with no count, each in the form of its scalar, so that shorts take four bytes each.
 //
 // The output grows in chunks of whole MiB, so that writing never reallocates. GetBuffer joins
-// them into one block the first time it is called after the first chunk filled. The total is
+// them into one block when there is more than one, and writing goes on after it. The total is
 // held to 4 GiB less one byte (the size GetBuffer can report); past that a write raises
 // omi_FatalError. Allocation failure raises through the memory layer.
 #ifndef BIO_OEXTERNALMEMFILTER_H
