@@ -11,7 +11,9 @@
 // the same depth (the lock is recursive for its owner). A waiter that returns has either
 // been signalled or has run out of time; the caller tests its own predicate. A signal
 // stays pending until every thread that waited when it came has left the wait, and the
-// next Signal spins until then: signals are not counted.
+// next Signal spins until then: signals are not counted. Signal may be called with the
+// lock held or not; the woken thread runs sooner when it is not held. A condition must not
+// be destroyed while a Signal is under way.
 #ifndef THR_CONDVAR_H
 #define THR_CONDVAR_H
 

@@ -14,5 +14,4 @@ void thr_Event::Reset() {
 void thr_Event::Pulse() {
   std::lock_guard<std::mutex> hold(m_Lock);
   ++m_Generation;
-  m_Changed.notify_all();
 }

@@ -1,7 +1,9 @@
 // A manual-reset event in the Win32 sense, on a mutex and a condition variable that time
 // out on the monotonic clock. Set leaves it signalled until Reset; Pulse releases the
 // threads waiting at that moment and leaves it clear, so a pulse with no waiter is lost.
-// A generation count tells a waiter that a pulse happened while it slept.
+// A generation count tells a waiter that a pulse happened while it slept. The threads a
+// pulse releases leave the wait once WakeAll wakes them: the caller does that after it has
+// let go of what they need next, so that they do not wake only to queue for it.
 #ifndef THR_EVENT_H
 #define THR_EVENT_H
 
@@ -20,6 +22,7 @@ class thr_Event : public mem_AllocationOperators {
   void Set();
   void Reset();
   void Pulse();
+  void WakeAll() { m_Changed.notify_all(); }
 
   // Waits until the event is set or pulsed, at most `milliseconds` (below 0: without
   // limit); true unless the time ran out. `release` runs once the wait is registered, so

@@ -48,9 +48,12 @@ bool thr_ThreadPoolData::RunTask(VRKBasAtiThreadTask* task, bool noJoin, int tri
     thr_Hold<thr_Mutex> hold(slot.lock);
     if (slot.state.load(std::memory_order_relaxed) != thr_kIdle) continue;
     slot.task.store(task, std::memory_order_release);
-    thr_Hold<thr_CondVar> wake(slot.condition);
+    slot.condition.Lock();
     slot.state.store(thr_kHandedOver, std::memory_order_relaxed);
     slot.noJoin = noJoin;
+    slot.condition.Unlock();
+    // After the unlock, so that the worker does not wake only to wait for the condition's
+    // lock. It cannot miss the signal: it looks at the state under that lock before waiting.
     slot.condition.Signal();
     return true;
   }
