@@ -3,7 +3,6 @@
 #include <cstdlib>
 
 #include "internal/thr_ThreadPoolData.h"
-#include "thr_ThreadId.h"
 
 template class thr_GlobalSingletonBase<thr_ThreadPool>;
 template class thr_GlobalSingleton<thr_ThreadPool>;
@@ -68,16 +67,14 @@ thr_Barrier& thr_ThreadPool::GetBarrier() {
 }
 
 void thr_ErrorInThread(int code) {
-  thr_ThreadPool& pool = thr_ThreadPool::Instance();
   if (code != 0) {
-    pool.SetErrorCondition(true);
+    thr_ThreadPool::Instance().SetErrorCondition(true);
     std::exit(code);
   }
-  const int id = thr_ThreadId::Instance().GetId();
-  // The pool leaves its block to a thread of its own that ends it, so the block is still
-  // there for the thread's own end.
-  thr_ThreadPoolData* data = pool.m_Data;
+  // A pool thread keeps the block of its pool while it runs, so the slot is still there
+  // once the pool is gone.
+  thr_PoolSlot* own = thr_ThreadPoolData::CallingSlot();
   thr_ThreadPool::Finalize();
-  if (id < 1) std::exit(0);
-  data->TerminateThread(id - 1);
+  if (own == nullptr) std::exit(0);
+  own->pool->TerminateThread(own->index);
 }

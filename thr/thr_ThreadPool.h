@@ -80,8 +80,9 @@ class VRKLNU_EXPORT thr_ThreadPool : public thr_GlobalSingleton<thr_ThreadPool> 
   // False between a suspend and the next resume.
   bool IsResumed() const;
 
-  // Asks the slot's thread to end (not for slot -1), then finalizes the calling thread's
-  // thread singletons. A task that asks for its own slot is overruled when it returns.
+  // Asks the slot's thread to end (for slot -1, or any that is not a slot, no thread), then
+  // finalizes the calling thread's thread singletons. A task that asks for its own slot is
+  // overruled when it returns.
   void TerminateThread(int slot);
   // Marks the slot ended and ends the process with `code`.
   [[noreturn]] void ExitThread(int slot, int code);
@@ -93,7 +94,6 @@ class VRKLNU_EXPORT thr_ThreadPool : public thr_GlobalSingleton<thr_ThreadPool> 
  private:
   friend class thr_GlobalSingleton<thr_ThreadPool>;
   friend class thr_GlobalSingletonBase<thr_ThreadPool>;
-  friend void thr_ErrorInThread(int code);
   thr_ThreadPool();
   ~thr_ThreadPool();
 

@@ -95,6 +95,14 @@ TEST_F(ThreadPoolTest, WithoutThreadsATaskWaitsInSlotZeroForTheFirstThread) {
   EXPECT_EQ(pool->GetThreadCount(), 1);
 }
 
+TEST_F(ThreadPoolTest, ATaskNoThreadTookGoesWithThePool) {
+  bool ran = false;
+  EXPECT_TRUE(pool->RunTask(new Task([&](int) { ran = true; }, &deleted)));
+  thr_ThreadPool::Finalize();
+  EXPECT_FALSE(ran);
+  EXPECT_EQ(deleted, 1);
+}
+
 TEST_F(ThreadPoolTest, RefusesANullTaskAndMoreThanItsSlots) {
   EXPECT_FALSE(pool->RunTask(nullptr));
   pool->AddThreads(0);

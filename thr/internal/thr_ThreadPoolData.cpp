@@ -16,6 +16,13 @@ namespace {
 constexpr int kIdleMilliseconds = 10;
 constexpr int kShallowSteps = 100;
 
+// The slot of the calling thread, null in a thread that is not the pool's.
+thread_local thr_PoolSlot* t_Slot = nullptr;
+
+bool IsSlot(int slot) {
+  return slot >= 0 && slot < thr_ThreadPoolData::kSlots;
+}
+
 }  // namespace
 
 thr_ThreadPoolData::thr_ThreadPoolData() {
@@ -23,6 +30,16 @@ thr_ThreadPoolData::thr_ThreadPoolData() {
     m_Slots[i].index = i;
     m_Slots[i].pool = this;
   }
+}
+
+// A task handed to a slot that never had a thread was not run; it goes with the pool.
+thr_ThreadPoolData::~thr_ThreadPoolData() {
+  for (thr_PoolSlot& slot : m_Slots)
+    delete slot.task.load(std::memory_order_acquire);
+}
+
+thr_PoolSlot* thr_ThreadPoolData::CallingSlot() {
+  return t_Slot;
 }
 
 void thr_ThreadPoolData::AddThreads(int count) {
@@ -37,7 +54,7 @@ void thr_ThreadPoolData::AddThreads(int count) {
     const int error = thr_Suspender::StartThread(m_Slots[i].thread, Entry, &m_Slots[i]);
     if (error != 0)
       throw omi_FatalError("thr_ThreadPool::AddThreads: cannot start a thread", error);
-    m_ThreadCount.store(i + 1, std::memory_order_relaxed);
+    m_ThreadCount.store(i + 1, std::memory_order_release);
   }
 }
 
@@ -101,7 +118,7 @@ void thr_ThreadPoolData::ResumeAllBut(int skip) {
 }
 
 void thr_ThreadPoolData::TerminateThread(int slot) {
-  if (slot != -1) {
+  if (IsSlot(slot)) {
     thr_Hold<thr_Mutex> hold(m_Slots[slot].lock);
     m_Slots[slot].state.store(thr_kAskedToEnd, std::memory_order_relaxed);
   }
@@ -111,7 +128,7 @@ void thr_ThreadPoolData::TerminateThread(int slot) {
 // Win32 compared two pseudo-handles here, which are always equal, so every caller ends
 // the process; that is kept.
 void thr_ThreadPoolData::ExitThread(int slot, int code) {
-  {
+  if (IsSlot(slot)) {
     thr_Hold<thr_Mutex> hold(m_Slots[slot].lock);
     m_Slots[slot].state.store(thr_kEnded, std::memory_order_relaxed);
   }
@@ -120,6 +137,7 @@ void thr_ThreadPoolData::ExitThread(int slot, int code) {
 
 void* thr_ThreadPoolData::Entry(void* argument) {
   thr_PoolSlot& slot = *static_cast<thr_PoolSlot*>(argument);
+  t_Slot = &slot;
   thr_ThreadId::Instance().SetId(slot.index + 1);
   slot.pool->m_Suspender.Adopt(&slot.suspend);
   slot.pool->Work(slot);
@@ -172,6 +190,7 @@ void thr_ThreadPoolData::RunHandedOver(thr_PoolSlot& slot) {
 void thr_ThreadPoolData::Leave(thr_PoolSlot& slot) {
   TerminateThread(slot.index);
   m_Suspender.Adopt(nullptr);
+  t_Slot = nullptr;
   bool abandoned;
   {
     thr_Hold<thr_Mutex> hold(slot.lock);

@@ -56,18 +56,21 @@ class thr_ThreadPoolData : public mem_AllocationOperators {
   // Suspends or resumes every thread but the one in `skip` and the calling one.
   bool SuspendAllBut(int skip);
   void ResumeAllBut(int skip);
+  // A slot outside the pool's is left alone.
   void TerminateThread(int slot);
   [[noreturn]] void ExitThread(int slot, int code);
   // Ends the pool's threads as the pool ends (see thr_ThreadPool's destructor) and lets go
   // of the block, which may be destroyed at once.
   void Close();
 
-  int ThreadCount() const { return m_ThreadCount.load(std::memory_order_relaxed); }
+  int ThreadCount() const { return m_ThreadCount.load(std::memory_order_acquire); }
   bool IsResumed() const { return m_Resumed.load(std::memory_order_relaxed); }
   thr_Barrier& Barrier() { return m_Barrier; }
+  // The calling thread's slot, null in a thread that is not a pool's.
+  static thr_PoolSlot* CallingSlot();
 
  private:
-  ~thr_ThreadPoolData() = default;
+  ~thr_ThreadPoolData();
 
   static void* Entry(void* slot);
   void Work(thr_PoolSlot& slot);
