@@ -6,18 +6,22 @@
 // A hand-over's latency runs from just before the hand-over call to the first instruction
 // of the task. Each benchmark run takes a set of such samples and reports their median (or
 // 99th percentile) as its time, so that tools/bench-ratios compares the statistics.
-//   ShortIdle: one worker, idle about 2 ms before each hand-over.
-//   LongIdle:  kLongWorkers workers, all idle for more than a second; each task holds its
-//              worker until the whole set is taken, so that every hand-over meets a worker
-//              that has slept since the set began.
+//   ShortIdle: one worker, idle kGap before each hand-over.
+//   LongIdle:  kLongWorkers workers, idle for two seconds, then handed one task each, kGap
+//              apart; each task holds its worker until all are handed over, so that every
+//              hand-over meets a worker that has been idle for more than a second.
+// kGap is long enough for a peer's worker that spins for work after its last task to have
+// gone to sleep: with shorter gaps the comparison would be between spinning and waking.
+// The measuring thread yields while it waits for a task to start: on a machine with few
+// processors a thread that spins there can keep the woken worker off its processor.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <memory>
 #include <mutex>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -34,10 +38,11 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+constexpr auto kGap = std::chrono::milliseconds(20);
 constexpr int kShortSamples = 300;
-constexpr auto kShortIdle = std::chrono::milliseconds(2);
-constexpr int kLongWorkers = 64;
-constexpr int kLongSets = 1;
+constexpr int kLongWorkers = 128;
+// Each hand-over run takes seconds: fewer repetitions than the other cases get.
+constexpr int kRepetitions = 5;
 // Well past the second after which an idle pool worker stops waking every 10 ms.
 constexpr auto kLongIdle = std::chrono::milliseconds(2000);
 
@@ -79,18 +84,14 @@ struct Probe {
     done.store(true, std::memory_order_release);
   }
   void WaitUntilDone() const {
-    while (!done.load(std::memory_order_acquire)) std::this_thread::yield();
+    while (!done.load(std::memory_order_acquire))
+      std::this_thread::yield();
   }
 };
 
 // The ways of handing a probe to another thread, each with `workers` threads of its own.
+// Prepare makes what HandOver hands over, outside the measured time.
 class PoolReceiver {
- public:
-  explicit PoolReceiver(int workers) { thr_ThreadPool::Instance().AddThreads(workers); }
-  ~PoolReceiver() { thr_ThreadPool::Finalize(); }
-  void HandOver(Probe& probe) { thr_ThreadPool::Instance().RunTask(new Task(probe)); }
-
- private:
   class Task : public VRKBasAtiThreadTask {
    public:
     explicit Task(Probe& probe) : m_Probe(probe) {}
@@ -99,6 +100,19 @@ class PoolReceiver {
    private:
     Probe& m_Probe;
   };
+
+ public:
+  using Job = Task*;
+
+  explicit PoolReceiver(int workers) : m_Pool(thr_ThreadPool::Instance()) {
+    m_Pool.AddThreads(workers);
+  }
+  ~PoolReceiver() { thr_ThreadPool::Finalize(); }
+  Job Prepare(Probe& probe) { return new Task(probe); }
+  void HandOver(Job task) { m_Pool.RunTask(task); }
+
+ private:
+  thr_ThreadPool& m_Pool;
 };
 
 // Each worker waits on its own condition variable for a probe.
@@ -114,8 +128,11 @@ class CondVarReceiver {
     for (Worker& worker : m_Workers)
       worker.thread.join();
   }
+  using Job = Probe*;
+
+  Job Prepare(Probe& probe) { return &probe; }
   // To the next worker in turn: while a probe holds one, the next hand-over meets another.
-  void HandOver(Probe& probe) { m_Workers[m_Next++ % m_Workers.size()].Give(&probe); }
+  void HandOver(Job probe) { m_Workers[m_Next++ % m_Workers.size()].Give(probe); }
 
  private:
   struct Worker {
@@ -155,8 +172,11 @@ class ArenaReceiver {
  public:
   explicit ArenaReceiver(int workers)
       : m_Control(tbb::global_control::max_allowed_parallelism, workers + 1), m_Arena(workers, 0) {}
-  void HandOver(Probe& probe) {
-    m_Arena.enqueue([&probe] { probe.Run(); });
+  using Job = Probe*;
+
+  Job Prepare(Probe& probe) { return &probe; }
+  void HandOver(Job probe) {
+    m_Arena.enqueue([probe] { probe->Run(); });
   }
 
  private:
@@ -169,44 +189,52 @@ class ArenaReceiver {
 template <class Receiver>
 double Measure(Receiver& receiver, Probe& probe, Gate* gate) {
   probe.gate = gate;
+  const typename Receiver::Job job = receiver.Prepare(probe);
   probe.handedAt = Clock::now();
-  receiver.HandOver(probe);
-  while (!probe.started.load(std::memory_order_acquire)) std::this_thread::yield();
+  receiver.HandOver(job);
+  while (!probe.started.load(std::memory_order_acquire))
+    std::this_thread::yield();
   return std::chrono::duration<double>(probe.startedAt - probe.handedAt).count();
 }
 
-// The probes are made before the receiver, so that they outlive its tasks.
+// Hands over a task to each probe, kGap apart, and returns the latencies; with a gate the
+// tasks hold their workers until it opens. The probes are made before the receiver, so
+// that they outlive its tasks.
 template <class Receiver>
-std::vector<double> ShortIdleSamples() {
-  std::vector<Probe> probes(kShortSamples);
-  Receiver receiver(1);
+std::vector<double> Sample(Receiver& receiver, std::vector<Probe>& probes, Gate* gate) {
   std::vector<double> seconds;
   for (Probe& probe : probes) {
-    std::this_thread::sleep_for(kShortIdle);
-    seconds.push_back(Measure(receiver, probe, nullptr));
-    probe.WaitUntilDone();
+    std::this_thread::sleep_for(kGap);
+    seconds.push_back(Measure(receiver, probe, gate));
+    if (gate == nullptr) probe.WaitUntilDone();
   }
   return seconds;
 }
 
-// The first set only makes sure that every worker exists and has run once.
+template <class Receiver>
+std::vector<double> ShortIdleSamples() {
+  std::vector<Probe> probes(kShortSamples);
+  Receiver receiver(1);
+  return Sample(receiver, probes, nullptr);
+}
+
+// A first round, at once and unmeasured, makes sure that every worker exists and has run.
 template <class Receiver>
 std::vector<double> LongIdleSamples() {
-  std::vector<Probe> probes(kLongWorkers * (kLongSets + 1));
-  std::vector<Gate> gates(kLongSets + 1);
+  std::vector<Probe> first(kLongWorkers);
+  std::vector<Probe> probes(kLongWorkers);
+  Gate gates[2];
   Receiver receiver(kLongWorkers);
-  std::vector<double> seconds;
-  for (int set = 0; set <= kLongSets; ++set) {
-    std::this_thread::sleep_for(kLongIdle);
-    Probe* first = &probes[set * kLongWorkers];
-    for (Probe* probe = first; probe != first + kLongWorkers; ++probe) {
-      const double latency = Measure(receiver, *probe, &gates[set]);
-      if (set > 0) seconds.push_back(latency);
-    }
-    gates[set].Open();
-    for (Probe* probe = first; probe != first + kLongWorkers; ++probe)
-      probe->WaitUntilDone();
-  }
+  for (Probe& probe : first)
+    Measure(receiver, probe, &gates[0]);
+  gates[0].Open();
+  for (Probe& probe : first)
+    probe.WaitUntilDone();
+  std::this_thread::sleep_for(kLongIdle);
+  std::vector<double> seconds = Sample(receiver, probes, &gates[1]);
+  gates[1].Open();
+  for (Probe& probe : probes)
+    probe.WaitUntilDone();
   return seconds;
 }
 
@@ -216,44 +244,33 @@ double Quantile(std::vector<double> seconds, double fraction) {
   return seconds[at];
 }
 
-template <std::vector<double> (*Samples)(), int kPercent>
-void HandOver(benchmark::State& state) {
-  for (auto _ : state) {
-    const std::vector<double> seconds = Samples();
-    state.SetIterationTime(Quantile(seconds, kPercent / 100.0));
-    state.counters["samples"] = static_cast<double>(seconds.size());
+// Registers the four hand-over cases for one receiver. The plain hand-over is registered
+// last: it is the peer.
+template <class Receiver>
+void RegisterHandOvers(const std::string& receiver) {
+  struct Case {
+    const char* name;
+    std::vector<double> (*samples)();
+    double fraction;
+  };
+  const Case cases[] = {{"HandOverShortIdleMedian", ShortIdleSamples<Receiver>, 0.5},
+                        {"HandOverShortIdleP99", ShortIdleSamples<Receiver>, 0.99},
+                        {"HandOverLongIdleMedian", LongIdleSamples<Receiver>, 0.5},
+                        {"HandOverLongIdleP99", LongIdleSamples<Receiver>, 0.99}};
+  for (const Case& handOver : cases) {
+    benchmark::RegisterBenchmark(
+        (handOver.name + ("_" + receiver)).c_str(),
+        [handOver](benchmark::State& state) {
+          for (auto _ : state) {
+            state.SetIterationTime(Quantile(handOver.samples(), handOver.fraction));
+          }
+        })
+        ->Iterations(1)
+        ->Repetitions(kRepetitions)
+        ->UseManualTime()
+        ->Unit(benchmark::kMicrosecond);
   }
 }
-
-// Registers one case for every receiver, the plain hand-over last: it is the peer.
-#define VRK_HANDOVER_CASE(name, samples, percent)                 \
-  BENCHMARK_TEMPLATE(HandOver, samples<PoolReceiver>, percent)    \
-      ->Name(#name "_thr_ThreadPool")                             \
-      ->Iterations(1)                                             \
-      ->UseManualTime()                                           \
-      ->Unit(benchmark::kMicrosecond);                            \
-  VRK_ARENA_CASE(name, samples, percent)                          \
-  BENCHMARK_TEMPLATE(HandOver, samples<CondVarReceiver>, percent) \
-      ->Name(#name "_std_condition_variable")                     \
-      ->Iterations(1)                                             \
-      ->UseManualTime()                                           \
-      ->Unit(benchmark::kMicrosecond)
-
-#ifdef VRK_HAVE_TBB
-#define VRK_ARENA_CASE(name, samples, percent)                  \
-  BENCHMARK_TEMPLATE(HandOver, samples<ArenaReceiver>, percent) \
-      ->Name(#name "_tbb_task_arena")                           \
-      ->Iterations(1)                                           \
-      ->UseManualTime()                                         \
-      ->Unit(benchmark::kMicrosecond);
-#else
-#define VRK_ARENA_CASE(name, samples, percent)
-#endif
-
-VRK_HANDOVER_CASE(HandOverShortIdleMedian, ShortIdleSamples, 50);
-VRK_HANDOVER_CASE(HandOverShortIdleP99, ShortIdleSamples, 99);
-VRK_HANDOVER_CASE(HandOverLongIdleMedian, LongIdleSamples, 50);
-VRK_HANDOVER_CASE(HandOverLongIdleP99, LongIdleSamples, 99);
 
 // Increments of one shared value from two threads.
 void Increment_thr_AtomicType(benchmark::State& state) {
@@ -286,6 +303,11 @@ BENCHMARK(Increment_std_atomic)->Threads(2)->UseRealTime();
 int main(int argc, char** argv) {
   int tally = 0;
   VRKLnuBasicUtils_initialize(tally);
+  RegisterHandOvers<PoolReceiver>("thr_ThreadPool");
+#ifdef VRK_HAVE_TBB
+  RegisterHandOvers<ArenaReceiver>("tbb_task_arena");
+#endif
+  RegisterHandOvers<CondVarReceiver>("std_condition_variable");
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
