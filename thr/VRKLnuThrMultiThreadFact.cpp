@@ -56,7 +56,7 @@ VRKBasAtiCondVar* VRKLnuThrMultiThreadFact::NewLockedCondVar() {
   return cond;
 }
 
-// The name of the model on this platform, where the first platform named its Windows one.
+// This platform's model; the Windows build answers "MULTI_THREADED_WINDOWS" here.
 char* VRKLnuThrMultiThreadFact::AsString() {
   return NameBlock("MULTI_THREADED_POSIX");
 }

@@ -1,7 +1,7 @@
 #include "thr_SynchedInt.h"
 
-// x86's strong ordering let these be empty on the first platform of the design; the C++
-// memory model needs real fences.
+// x86's strong ordering let these be empty on Windows; the C++ memory model needs real
+// fences.
 void thr_MemoryBarrier() {
   std::atomic_thread_fence(std::memory_order_seq_cst);
 }

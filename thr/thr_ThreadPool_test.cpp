@@ -12,7 +12,6 @@
 #include "VRKTestLibrary.h"
 #include "omi_FatalError.h"
 #include "thr_ThreadId.h"
-#include "thr_ThreadSingleton.h"
 
 namespace {
 
@@ -92,29 +91,23 @@ TEST_F(ThreadPoolTest, WithoutThreadsATaskWaitsInSlotZeroForTheFirstThread) {
   EXPECT_EQ(ranIn, -1);
   pool->AddThreads(1);
   EXPECT_TRUE(Eventually([&] { return ranIn == 0; }));
-  EXPECT_EQ(pool->GetThreadCount(), 1);
-}
 
-TEST_F(ThreadPoolTest, ATaskNoThreadTookGoesWithThePool) {
+  thr_ThreadPool::Finalize();  // a task no thread took goes with the pool
   bool ran = false;
-  EXPECT_TRUE(pool->RunTask(new Task([&](int) { ran = true; }, &deleted)));
+  EXPECT_TRUE(thr_ThreadPool::Instance().RunTask(new Task([&](int) { ran = true; }, &deleted)));
   thr_ThreadPool::Finalize();
   EXPECT_FALSE(ran);
   EXPECT_EQ(deleted, 1);
 }
 
-TEST_F(ThreadPoolTest, RefusesANullTaskAndMoreThanItsSlots) {
+TEST_F(ThreadPoolTest, RefusesBadInputAndRunsOutOfTriesWhenEveryWorkerIsBusy) {
   EXPECT_FALSE(pool->RunTask(nullptr));
-  pool->AddThreads(0);
   EXPECT_THROW(pool->AddThreads(1025), omi_FatalError);
   EXPECT_THROW(pool->AddThreads(-1), omi_FatalError);
   pool->AddThreads(2);
   EXPECT_THROW(pool->AddThreads(1023), omi_FatalError);
   EXPECT_EQ(pool->GetThreadCount(), 2);
-}
 
-TEST_F(ThreadPoolTest, TriesRunOutWhenEveryWorkerIsBusy) {
-  pool->AddThreads(2);
   ASSERT_TRUE(pool->RunTask(Blocking()));
   ASSERT_TRUE(pool->RunTask(Blocking()));
   ASSERT_TRUE(Eventually([&] { return started == 2; }));
@@ -172,35 +165,9 @@ TEST_F(ThreadPoolTest, WithTheErrorConditionTheEndWaitsForNoThread) {
   WaitForLeftThreads();
 }
 
-// While the threads are stopped nothing here allocates or prints: results are kept in
+// While threads are stopped nothing here allocates or prints: the counts are kept in
 // locals and checked after the resume.
-TEST_F(ThreadPoolTest, SuspendStopsTheThreadsUntilTheLastResume) {
-  pool->AddThreads(2);
-  std::atomic<long>& counter = counts[0];
-  ASSERT_TRUE(pool->RunTask(Counting(counter)));
-  ASSERT_TRUE(Eventually([&] { return counter > 0; }));
-
-  const bool stopped = pool->SuspendThreads();
-  const bool twice = pool->SuspendThreads();
-  const bool resumedFlag = pool->IsResumed();
-  const long before = counter;
-  std::this_thread::sleep_for(milliseconds(200));
-  const long after = counter;
-  pool->ResumeThreads();  // one of two: still stopped
-  std::this_thread::sleep_for(milliseconds(50));
-  const long stillAfter = counter;
-  pool->ResumeThreads();
-
-  EXPECT_TRUE(stopped);
-  EXPECT_TRUE(twice);
-  EXPECT_FALSE(resumedFlag);
-  EXPECT_EQ(before, after);
-  EXPECT_EQ(after, stillAfter);
-  EXPECT_TRUE(pool->IsResumed());
-  EXPECT_TRUE(Eventually([&] { return counter > stillAfter; }));
-}
-
-TEST_F(ThreadPoolTest, SuspendAllOtherThreadsLeavesThatSlotRunning) {
+TEST_F(ThreadPoolTest, SuspendStopsThreadsUntilTheLastResumeAndCanSpareOneSlot) {
   pool->AddThreads(2);
   std::atomic<long>& first = counts[0];
   std::atomic<long>& second = counts[1];
@@ -209,18 +176,30 @@ TEST_F(ThreadPoolTest, SuspendAllOtherThreadsLeavesThatSlotRunning) {
   ASSERT_TRUE(pool->RunTask(Counting(second)));
   ASSERT_TRUE(Eventually([&] { return second > 0; }));
 
-  const bool stopped = pool->SuspendAllOtherThreads(1);
-  const long firstBefore = first;
-  const long secondBefore = second;
+  const bool sparedOne = pool->SuspendAllOtherThreads(1);
+  const long spared[2] = {first, second};
   std::this_thread::sleep_for(milliseconds(200));
-  const long firstAfter = first;
-  const long secondAfter = second;
+  const long sparedAfter[2] = {first, second};
+  const bool all = pool->SuspendThreads();  // slot 0 now twice
+  const bool resumedFlag = pool->IsResumed();
+  const long secondStopped = second;
+  std::this_thread::sleep_for(milliseconds(200));
+  const long allAfter[2] = {first, second};
+  pool->ResumeThreads();  // slot 0 once more to go
+  std::this_thread::sleep_for(milliseconds(50));
+  const long firstStill = first;
   pool->ResumeAllOtherThreads(1);
 
-  EXPECT_TRUE(stopped);
-  EXPECT_EQ(firstBefore, firstAfter);
-  EXPECT_GT(secondAfter, secondBefore);
-  EXPECT_TRUE(Eventually([&] { return first > firstAfter; }));
+  EXPECT_TRUE(sparedOne);
+  EXPECT_EQ(sparedAfter[0], spared[0]);
+  EXPECT_GT(sparedAfter[1], spared[1]);
+  EXPECT_TRUE(all);
+  EXPECT_FALSE(resumedFlag);
+  EXPECT_EQ(allAfter[0], sparedAfter[0]);
+  EXPECT_EQ(allAfter[1], secondStopped);
+  EXPECT_EQ(firstStill, allAfter[0]);
+  EXPECT_TRUE(pool->IsResumed());
+  EXPECT_TRUE(Eventually([&] { return first > firstStill; }));
 }
 
 TEST_F(ThreadPoolTest, AThreadThatMasksTheSignalsIsReportedNotWaitedFor) {
@@ -235,31 +214,6 @@ TEST_F(ThreadPoolTest, AThreadThatMasksTheSignalsIsReportedNotWaitedFor) {
   ASSERT_TRUE(Eventually([&] { return started == 1; }));
   EXPECT_FALSE(pool->SuspendThreads());
   pool->ResumeThreads();  // nothing to resume
-}
-
-// Objects of the thread singletons that record the order of their end.
-std::vector<int> ends;
-
-template <int kLevel>
-class Ordered : public thr_ThreadSingleton<Ordered<kLevel>> {
-  friend class thr_ThreadSingleton<Ordered>;
-  friend class thr_ThreadSingletonBase<Ordered>;
-  Ordered() : thr_ThreadSingleton<Ordered>(kLevel) {}
-  ~Ordered() { ends.push_back(kLevel); }
-};
-
-TEST_F(ThreadPoolTest, AnEndingThreadDestroysItsObjectsInLevelOrder) {
-  pool->AddThreads(1);
-  ASSERT_TRUE(pool->RunTask(new Task(
-      [](int) {
-        Ordered<3>::Instance();
-        Ordered<20>::Instance();
-        Ordered<9>::Instance();
-      },
-      &deleted)));
-  ASSERT_TRUE(Eventually([&] { return deleted == 1; }));
-  thr_ThreadPool::Finalize();  // joins the thread: its objects are gone
-  EXPECT_EQ(ends, (std::vector<int>{20, 9, 3}));
 }
 
 TEST_F(ThreadPoolTest, ErrorInThreadWithACodeEndsTheProcess) {
