@@ -10,6 +10,8 @@
 // While spinning, every millionth turn looks at the thread pool's error condition: when it
 // is set, a program thread ends the process with exit(1) and a pool thread ends itself
 // through the pool, which ends the process as well (see thr_ThreadPool::ExitThread).
+// A thread's first barrier gives it its thr_ThreadId; a program thread releases that with
+// the rest of its thread objects (thr_ThrSingletonRegistry::FinalizeThread).
 #ifndef THR_BARRIER_H
 #define THR_BARRIER_H
 
