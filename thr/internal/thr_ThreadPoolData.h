@@ -19,6 +19,7 @@
 #include "thr_CondVar.h"
 #include "thr_Mutex.h"
 #include "thr_Suspend.h"
+#include "thr_ThreadPool.h"
 
 enum thr_SlotState { thr_kIdle = 0, thr_kHandedOver = 1, thr_kAskedToEnd = 2, thr_kEnded = 3 };
 
@@ -43,7 +44,7 @@ struct thr_PoolSlot {
 
 class thr_ThreadPoolData : public mem_AllocationOperators {
  public:
-  static constexpr int kSlots = 1024;
+  static constexpr int kSlots = thr_ThreadPool::kMaxThreads;
 
   thr_ThreadPoolData();
   thr_ThreadPoolData(const thr_ThreadPoolData&) = delete;
