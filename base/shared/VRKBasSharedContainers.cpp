@@ -1,6 +1,7 @@
 // The ready instantiations of the container templates that the base library exports, so
 // that their users call them here and don't each compile their own copy.
 #include "cow_2DArray.h"
+#include "cow_Btree.h"
 #include "cow_ConstMapIterator.h"
 #include "cow_List.h"
 #include "cow_ListIter.h"
@@ -38,3 +39,7 @@ template class cow_COW<cow_2DArrayRep<double>>;
 template class cow_2DArray<int>;
 template class cow_2DArray<float>;
 template class cow_2DArray<double>;
+
+template class cow_Btree<cow_String, int>;
+template class cow_Btree<cow_String, unsigned>;
+template class cow_BtreeIterator<cow_String, unsigned>;
