@@ -207,8 +207,10 @@ TEST(DebugPrintTest, LivesOnStandardErrorWhileThePackageIsUp) {
   const int saved = dup(STDERR_FILENO);
   dup2(fileno(file), STDERR_FILENO);
 
-  const unsigned long footprint = mem_Footprint();
   int tally = 0;
+  VRKLnuBasicUtils_initialize(tally);  // a first start leaves the threading factory behind
+  VRKLnuBasicUtils_finalize(tally);
+  const unsigned long footprint = mem_Footprint();
   VRKLnuBasicUtils_initialize(tally);
   pnt_PrettyPrint& pp = pnt_debugPrint();
   EXPECT_EQ(&pnt_debugPrint(), &pp);

@@ -1,0 +1,62 @@
+#include "bio_IOmemFilter.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include "mem_Alloc.h"
+#include "omi_FatalError.h"
+
+namespace {
+
+struct MemFilter : bio_IOmemFilter {
+  using bio_IOmemFilter::bio_IOmemFilter;
+  using bio_IOmemFilter::shortSwap;
+  size_t Capacity() const { return static_cast<size_t>(limit - base); }
+};
+
+TEST(IOmemFilterTest, GrowsByWholeQuantaAndKeepsTheBytesInOrder) {
+  MemFilter filter(1024);
+  for (unsigned i = 0; i < 1025; ++i)
+    filter << static_cast<unsigned char>(i);
+  EXPECT_EQ(filter.Capacity(), 2048u);
+  for (unsigned i = 0; i < 1025; ++i) {
+    unsigned char byte;
+    filter >> byte;
+    ASSERT_EQ(byte, static_cast<unsigned char>(i));
+  }
+}
+
+// The block grows while a part of it has been read; the read cursor keeps its place.
+TEST(IOmemFilterTest, ReadsAndWritesInterleaveWithTheirOwnCursors) {
+  MemFilter filter(8);
+  int first, second;
+  double third;
+  filter << 1 << 2;
+  filter >> first;
+  filter << 3.5;
+  filter >> second >> third;
+  EXPECT_EQ(first, 1);
+  EXPECT_EQ(second, 2);
+  EXPECT_EQ(third, 3.5);
+
+  const unsigned word = 0x01020304;
+  unsigned back;
+  filter.shortSwap(reinterpret_cast<const char*>(&word), 4);
+  filter.shortSwap(reinterpret_cast<char*>(&back), 4);  // reversed twice
+  filter.putString("abc");
+  char* text;
+  filter >> text;
+  EXPECT_EQ(back, word);
+  EXPECT_STREQ(text, "abc");
+  mem_Free(text);
+}
+
+TEST(IOmemFilterTest, AQuantumOfZeroIsRefused) {
+  EXPECT_THAT(
+      [] { bio_IOmemFilter filter(0); },
+      ::testing::Throws<omi_FatalError>(::testing::Property(&omi_FatalError::Errno, EINVAL)));
+}
+
+}  // namespace

@@ -1,0 +1,65 @@
+// Reads the fixed external form (see bio_OexternalMemFilter.h) from a buffer in memory, such
+// as the block that bio_OexternalMemFilter::GetBuffer gives or bytes that came from another
+// machine. The result is the same on every host.
+//
+//   bio_IexternalMemFilter reader(bytes, size);
+//   int count;
+//   reader >> count;
+//   reader.getArray(values, count);
+//
+// The buffer stays the caller's and must outlive the filter. The reader depends on the data
+// being well formed: a read past the end of the buffer is not detected (a debug build stops
+// at an assertion; otherwise the behaviour is undefined). Strings and pointer reads allocate
+// through the memory layer.
+#ifndef BIO_IEXTERNALMEMFILTER_H
+#define BIO_IEXTERNALMEMFILTER_H
+
+#include <cstddef>
+
+#include "VRKBasExport.h"
+#include "bio_Ifilter.h"
+
+class VRKLNU_EXPORT bio_IexternalMemFilter : public bio_Ifilter {
+ public:
+  bio_IexternalMemFilter(char* buffer, size_t size);
+  ~bio_IexternalMemFilter() override;
+
+  void get(double& value) override;
+  void get(float& value) override;
+  void get(unsigned& value) override;
+  void get(int& value) override;
+  void get(unsigned short& value) override;
+  void get(short& value) override;
+  void get(unsigned char& value) override;
+  void get(char& value) override;
+  void get(bool& value) override;
+
+  void getArray(double* values, unsigned n) override;
+  void getArray(float* values, unsigned n) override;
+  void getArray(unsigned* values, unsigned n) override;
+  void getArray(int* values, unsigned n) override;
+  void getArray(unsigned short* values, unsigned n) override;
+  void getArray(short* values, unsigned n) override;
+  void getArray(unsigned char* values, unsigned n) override;
+  void getArray(char* values, unsigned n) override;
+  void getArray(bool* values, unsigned n) override;
+
+ protected:
+  // Raw bytes at the cursor; shortMove is the same as longMove.
+  void longMove(char* dst, unsigned n) override;
+  void shortMove(char* dst, unsigned n) override;
+  // Reads one element of `n` bytes (2, 4 or 8; any other count reads one byte) in the
+  // external byte order without moving the cursor: a peek.
+  void shortSwap(char* dst, unsigned n) override;
+
+  char* begin;
+  char* end;
+  char* cursor;
+
+ private:
+  void Get(void* dst, size_t count, unsigned sizeLog2);
+
+  bool m_Swap;  // the host is taken as big-endian
+};
+
+#endif  // BIO_IEXTERNALMEMFILTER_H

@@ -1,0 +1,92 @@
+#include "VRKLnuThr.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "VRKBasAtiThreadingModel.h"
+#include "VRKLnuLifecycle.h"
+#include "mem_Alloc.h"
+#include "thr_LockPool.h"
+#include "thr_ThreadId.h"
+#include "thr_ThreadPool.h"
+#include "thr_ThreadSingleton.h"
+
+namespace {
+
+// (made in a pool thread, level) of each object as it is destroyed.
+std::vector<std::pair<bool, int>> ends;
+
+template <int kLevel>
+class Leveled : public thr_ThreadSingleton<Leveled<kLevel>> {
+  friend class thr_ThreadSingleton<Leveled>;
+  friend class thr_ThreadSingletonBase<Leveled>;
+  Leveled()
+      : thr_ThreadSingleton<Leveled>(kLevel), m_InPool(thr_ThreadId::Instance().GetId() > 0) {}
+  ~Leveled() { ends.emplace_back(m_InPool, kLevel); }
+
+  bool m_InPool;
+};
+
+class Job : public VRKBasAtiThreadTask {
+ public:
+  explicit Job(std::atomic<bool>& done) : m_Done(done) {}
+  void Run(int) override {
+    Leveled<4>::Instance();
+    Leveled<16>::Instance();
+    m_Done = true;
+  }
+
+ private:
+  std::atomic<bool>& m_Done;
+};
+
+TEST(ThrPackageTest, InstallsTheFactoryOnceAndNeverWithdrawsIt) {
+  int tally = 0;
+  VRKLnuBasicUtils_initialize(tally);
+  VRKBasAtiThreadFactory* factory = VRKBasAtiThreadingModel::getBehavior();
+  char* name = factory->AsString();
+  EXPECT_STREQ(name, "MULTI_THREADED_POSIX");
+  mem_Free(name);
+  VRKLnuBasicUtils_finalize(tally);
+  EXPECT_EQ(VRKBasAtiThreadingModel::getBehavior(), factory);
+  VRKLnuBasicUtils_initialize(tally);
+  EXPECT_EQ(VRKBasAtiThreadingModel::getBehavior(), factory);
+  VRKLnuBasicUtils_finalize(tally);
+  EXPECT_EQ(tally, 0);
+}
+
+TEST(ThrPackageTest, StopDestroysThreadObjectsInLevelOrderAndGivesEverythingBack) {
+  int tally = 0;
+  VRKLnuBasicUtils_initialize(tally);  // a first start leaves the factory behind
+  VRKLnuBasicUtils_finalize(tally);
+  const unsigned long footprint = mem_Footprint();
+
+  VRKLnuBasicUtils_initialize(tally);
+  thr_ThreadPool& pool = thr_ThreadPool::Instance();
+  pool.AddThreads(3);
+  std::atomic<bool> done{false};
+  ASSERT_TRUE(pool.RunTask(new Job(done)));
+  while (!done)
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  Leveled<16>::Instance();
+  Leveled<4>::Instance();
+  thr_LockPool::Instance().GetLock();
+  VRKLnuBasicUtils_finalize(tally);
+
+  // The calling thread's objects go first, then those of the pool's threads as they end.
+  EXPECT_EQ(ends,
+            (std::vector<std::pair<bool, int>>{{false, 16}, {false, 4}, {true, 16}, {true, 4}}));
+  EXPECT_EQ(thr_ThreadId::LiveCount(), 0);
+  EXPECT_EQ(mem_Footprint(), footprint);
+
+  VRKLnuBasicUtils_initialize(tally);  // and everything comes back
+  EXPECT_EQ(thr_ThreadPool::Instance().GetThreadCount(), 0);
+  VRKLnuBasicUtils_finalize(tally);
+}
+
+}  // namespace
