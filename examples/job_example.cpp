@@ -135,8 +135,15 @@ struct Held {
   std::vector<std::pair<mrm_Pool*, void*>> pieces;
 };
 
+// A factory refuses a pool the plan does not have in the open phases.
+bool Started(const void* pool) {
+  if (pool == nullptr) aio_cerr << "  a pool of the plan was refused" << aio_endl;
+  return pool != nullptr;
+}
+
 // Fills a small-block pool with pieces of 16 to 256 bytes up to 90% of its plan.
 void UseSmallPool(mrm_Pool* pool, Held& held) {
+  if (!Started(pool)) return;
   held.smallPools.push_back(pool);
   const double planned = mrm_GetCapacity(*pool).outToClientHi;
   for (int size = 16; mrm_GetConsumption(*pool).outToClient + size <= 0.9 * planned;
@@ -149,11 +156,15 @@ void UseSmallPool(mrm_Pool* pool, Held& held) {
 
 // One block the size of the pool's plan, acquired and written.
 void UseLargePool(mrm_LargeBlockPool* pool, Held& held) {
+  if (!Started(pool)) return;
   held.largePools.push_back(pool);
   mrm_MemBlockID id = pool->Declare(mrm_TruncateToInt(mrm_GetCapacity(*pool).hi));
-  pool->Acquire(id);
-  std::memset(pool->GetPointer(id), 1, pool->GetSize(id));
   held.blocks.emplace_back(pool, id);
+  if (pool->Acquire(id)) {
+    aio_cerr << "  no memory for a block of " << pool->GetSize(id) << " bytes" << aio_endl;
+    return;
+  }
+  std::memset(pool->GetPointer(id), 1, pool->GetSize(id));
 }
 
 // Starts the phase's pools as the plan has them and uses them. The job phase is open outside

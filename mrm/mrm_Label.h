@@ -34,8 +34,8 @@ class VRKLNU_EXPORT mrm_Label {
 
   short ConstGetTypeKey() const { return m_TypeKey; }
   short ConstGetUShortField() const { return m_UShortField; }
-  // `i` is 0, 1 or 2, not checked.
-  int ConstGetUField(const int& i) const { return m_UField[i]; }
+  // `i` is 0, 1 or 2. Guard: any other index reads 0 rather than outside the label.
+  int ConstGetUField(const int& i) const { return IsField(i) ? m_UField[i] : 0; }
 
   // A label crosses a flat buffer as exactly four ints, the first holding the type key in its
   // low half and the short field in its high half.
@@ -61,10 +61,17 @@ class VRKLNU_EXPORT mrm_Label {
   explicit mrm_Label(const short& key);
 
   short& UShortField() { return m_UShortField; }
-  int& UField(const int& i) { return m_UField[i]; }
+  // Guard: an index other than 0, 1 or 2 gets a scratch int of the calling thread, so that
+  // the write lands nowhere.
+  int& UField(const int& i) {
+    static thread_local int scratch;
+    return IsField(i) ? m_UField[i] : scratch;
+  }
 
  private:
   friend struct omi_BtreeKey<mrm_Label>;
+
+  static bool IsField(int i) { return i >= 0 && i < 3; }
 
   // The four words as the tree and the buffer see them.
   uint32_t Word(int i) const {

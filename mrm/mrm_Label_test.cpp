@@ -19,6 +19,7 @@ class ClientLabel : public mrm_Label {
   ClientLabel(int first, short extra) : mrm_Label(7) {
     UField(0) = first;
     UShortField() = extra;
+    UField(3) = 99;  // outside the fields: written nowhere
   }
 };
 
@@ -57,6 +58,8 @@ TEST_F(LabelTest, FourIntsCarryALabelWithTheKeyInTheLowHalf) {
   EXPECT_EQ(copy, label);
   EXPECT_EQ(copy.ConstGetTypeKey(), 7);
   EXPECT_EQ(copy.ConstGetUShortField(), -2);
+  EXPECT_EQ(copy.ConstGetUField(3), 0);
+  EXPECT_EQ(copy.ConstGetUField(-1), 0);
   copy.GenericRead("mrm_Step/4");
   EXPECT_EQ(copy, label);
   EXPECT_NE(ClientLabel(5, 1), ClientLabel(5, 0));

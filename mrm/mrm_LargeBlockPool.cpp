@@ -66,6 +66,8 @@ mrm_MemBlockID mrm_LargeBlockPool::Declare(int size) {
 bool mrm_LargeBlockPool::Acquire(mrm_MemBlockID id) {
   mrm_BlockRec* block = Find(id);
   if (block == nullptr) return true;  // guard: an unknown block gets no memory
+  // Guard: a block that holds memory keeps it; a second block would leak and count twice.
+  if (block->m_HasMemory) return false;
   block->m_Memory = mem_OperatorNewThrowBuiltin(block->m_Size);
   block->m_HasMemory = block->m_Pinned = true;
   Account(*block, +1);
@@ -168,7 +170,7 @@ int mrm_LargeBlockPool::GetSize(mrm_MemBlockID id) const {
 bool mrm_LargeBlockPool::TransferMemory(mrm_MemBlockID id, mrm_LargeBlockPool& from,
                                         mrm_LargeBlockPool& to) {
   mrm_BlockRec* block = from.Find(id);
-  if (block == nullptr) return false;  // guard: unknown block
+  if (block == nullptr) return true;  // guard: an unknown block moves nothing
   if (block->m_Pinned) {
     from.Account(*block, -1);
     to.Account(*block, +1);

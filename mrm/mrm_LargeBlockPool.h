@@ -64,8 +64,8 @@ class VRKLNU_EXPORT mrm_LargeBlockPool : public mem_AllocationOperators {
   // The alternative the pool was started at; -1 for a pool started outside the schedule.
   int GetAltNumber() const { return m_AltNumber; }
 
-  // Moves the block and its figures from one pool to the other; the job's figures stay. True
-  // but for an unknown block.
+  // Moves the block and its figures from one pool to the other; the job's figures stay.
+  // Always true; an unknown block moves nothing.
   static bool TransferMemory(mrm_MemBlockID id, mrm_LargeBlockPool& from, mrm_LargeBlockPool& to);
   static int RoundToBlock(int n) { return mrm_RoundToBlock(n); }
   static int RoundToBlock_inl(int n) { return mrm_RoundToBlock(n); }
@@ -120,7 +120,8 @@ class VRKLNU_EXPORT mrm_LargeBlockPoolFactory {
   // is not open or the pool is active.
   static mrm_LargeBlockPool* SpotStartup(const mrm_Label& pool, const mrm_Label& phase,
                                          const mrm_Capacity& capacity);
-  // The active pool of that label, else null.
+  // The active pool of that label, else null (a pointer where a null reference would be
+  // undefined).
   static mrm_LargeBlockPool* GetPool(const mrm_Label& pool);
   // Makes the pool inactive; its blocks and figures stay. Nothing for null, an inactive pool,
   // or a pool whose phase has ended (it stays active).

@@ -79,10 +79,13 @@ TEST_F(LargeBlockPoolTest, ReleasedAndUnknownIdsChangeNothing) {
     EXPECT_EQ(copy, id);
     EXPECT_EQ(m_Pool->GetSize(id), 0);
     EXPECT_EQ(m_Pool->GetPointer(id), nullptr);
-    EXPECT_FALSE(mrm_LargeBlockPool::TransferMemory(id, *m_Pool, *m_Pool));
+    EXPECT_TRUE(mrm_LargeBlockPool::TransferMemory(id, *m_Pool, *m_Pool));
   }
+  void* memory = m_Pool->GetPointer(second);
+  EXPECT_FALSE(m_Pool->Acquire(second));  // it keeps the memory it has
+  EXPECT_EQ(m_Pool->GetPointer(second), memory);
   EXPECT_EQ(Figures(), before);
-  EXPECT_NE(m_Pool->GetPointer(second), nullptr);
+  EXPECT_NE(memory, nullptr);
   m_Pool->Release(second);
 }
 

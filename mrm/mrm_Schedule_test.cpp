@@ -124,6 +124,7 @@ TEST_F(ScheduleTest, DeclaringIgnoresWrongCallsInSilence) {
   mrm_Schedule plan;
   plan.SetPrintUnits(0.5);
   plan.EndPhase();
+  plan.DefMilestone(-1, Pool(1), 1);  // no milestone named yet
   plan.BeginPhase(Pool(7));
   plan.AddLargeBlockPool(Pool(1), Hi(10), 0);
   plan.AddLargeBlockPool(Pool(1), Hi(20), 1);

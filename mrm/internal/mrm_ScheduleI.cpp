@@ -113,7 +113,9 @@ void mrm_ScheduleI::NameMilestone(int, const char* tag) {
 }
 
 void mrm_ScheduleI::DefMilestone(int milestone, const mrm_Label& pool, int alt) {
-  if (milestone != m_MilestoneAlts.Count() - 1) return;  // only the latest can be defined
+  // Only the latest can be defined. Guard: with none named, -1 would pass that test and
+  // write before the first milestone.
+  if (!IsMilestone(milestone) || milestone != m_MilestoneAlts.Count() - 1) return;
   const int highest = m_HighestAlt.ConstFind(pool);
   if (highest == -1) {
     m_HighestAlt.Insert(pool, alt);
@@ -124,9 +126,9 @@ void mrm_ScheduleI::DefMilestone(int milestone, const mrm_Label& pool, int alt) 
 }
 
 void mrm_ScheduleI::DefHigherMilestone(int milestone, int source) {
+  aio_cerr.flush();  // a stray flush, kept
   // Guard: both must be named milestones; reading others would leave the arrays.
   if (!IsMilestone(milestone) || !IsMilestone(source)) return;
-  aio_cerr.flush();  // a stray flush, kept
   mrm_AltMap& alts = m_MilestoneAlts[milestone];
   // Pools defined on `milestone` already keep their alternatives: Insert leaves them.
   for (omi_BtreeIterator<mrm_Label, int> it(m_MilestoneAlts[source]); !it.IsDone(); it.Next())
