@@ -82,6 +82,12 @@ class omi_Btree : public mem_AllocationOperators {
   explicit omi_Btree(const V& notFound) : m_NotFound(notFound) {}
   omi_Btree(const omi_Btree& other)
       : m_Root(Clone(other.m_Root)), m_Size(other.m_Size), m_NotFound(other.m_NotFound) {}
+  // Takes the other's nodes and leaves it empty.
+  omi_Btree(omi_Btree&& other)
+      : m_Root(other.m_Root), m_Size(other.m_Size), m_NotFound(other.m_NotFound) {
+    other.m_Root = nullptr;
+    other.m_Size = 0;
+  }
   omi_Btree& operator=(const omi_Btree& other) {
     if (this == &other) return *this;
     Node* root = Clone(other.m_Root);

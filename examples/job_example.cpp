@@ -1,25 +1,266 @@
-// The library's main example: brings the library up, shows each layer as it starts and
-// stops, and brings it down again.
+// The library's main example: a job of three steps that plans its memory before it runs.
+//
+//   job_example [-memory <MB>]
+//
+// It declares its phases and pools with the peak memory of each pool under its ways of
+// working, has the plan analysed, prints the plan, picks the richest milestone whose peak fits
+// the memory budget (64 MB unless -memory says otherwise), finalizes on it, and then runs the
+// steps through mrm_Manager with real allocations from the pools, printing what the job used
+// against what it planned.
 #include <VRKLnuBasicUtils/VRKLnuBasicUtils.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <vector>
 
 namespace {
 
-void Show(const char* layer, bool up) {
-  aio_cout << (up ? "  started  " : "  stopped  ") << layer << aio_endl;
+constexpr double kMB = 1048576;
+constexpr double kDefaultBudgetMB = 64;
+
+// The job names its phases and pools with a label kind of its own: an index into kNames.
+const char* const kNames[] = {"refine", "factor",    "model",         "nodes",  "mesh buffer",
+                              "matrix", "workspace", "report buffer", "results"};
+enum Name {
+  kRefine,
+  kFactor,
+  kModel,
+  kNodes,
+  kMeshBuffer,
+  kMatrix,
+  kWorkspace,
+  kReportBuffer,
+  kResults
+};
+
+class NameLabel : public mrm_Label {
+ public:
+  static constexpr short kTypeKey = 20;
+  explicit NameLabel(int name) : mrm_Label(kTypeKey) { UField(0) = name; }
+  static void Print(aio_ostream& os, const mrm_Label& label) {
+    os << kNames[label.ConstGetUField(0)];
+  }
+};
+
+// One pool of a phase: its size in MB under each alternative; a small-block pool gives the
+// bytes it hands out, and the plan adds the overhead.
+struct PoolPlan {
+  Name name;
+  bool smallBlock;
+  std::vector<double> sizesMB;
+};
+
+// A phase: a step (step > 0) or a named phase, its pools and its children.
+struct PhasePlan {
+  int step;
+  Name name;
+  std::vector<PoolPlan> pools;
+  std::vector<PhasePlan> children;
+
+  mrm_Label Label() const {
+    return step > 0 ? mrm_Label(mrm_StepPhaseLabel(step)) : mrm_Label(NameLabel(name));
+  }
+};
+
+// The job phase's own pool, then three steps: meshing, solving, reporting.
+const PhasePlan& Job() {
+  static const PhasePlan job = {
+      0,
+      kModel,
+      {{kModel, false, {2}}},
+      {{1, kModel, {{kNodes, true, {1}}}, {{0, kRefine, {{kMeshBuffer, false, {4, 12}}}, {}}}},
+       {2,
+        kModel,
+        {{kMatrix, false, {8, 24, 40}}},
+        {{0, kFactor, {{kWorkspace, false, {8, 24}}}, {}}}},
+       {3, kModel, {{kReportBuffer, false, {1, 8}}, {kResults, true, {0.5}}}, {}}}};
+  return job;
+}
+
+// Milestones: the leanest way, the solver in core, and a copy of that with a larger matrix and
+// report buffer.
+void DeclareMilestones(mrm_Schedule& plan) {
+  plan.NameMilestone(0, "minimal");
+  plan.NameMilestone(1, "in-core");
+  for (Name pool : {kMeshBuffer, kMatrix, kWorkspace})
+    plan.DefMilestone(1, NameLabel(pool), 1);
+  plan.NameMilestone(2, "in-core, large matrix");
+  plan.DefMilestone(2, NameLabel(kMatrix), 2);
+  plan.DefMilestone(2, NameLabel(kReportBuffer), 1);
+  plan.DefHigherMilestone(2, 1);
+}
+
+// A large-block capacity of `megabytes`, half of it as the low estimate.
+mrm_Capacity LargeCapacity(double megabytes) {
+  return mrm_Capacity().SetLoHi(megabytes * kMB / 2, megabytes * kMB);
+}
+
+void DeclarePools(mrm_Schedule& plan, const PhasePlan& phase) {
+  for (const PoolPlan& pool : phase.pools) {
+    for (size_t alt = 0; alt < pool.sizesMB.size(); ++alt) {
+      const int number = static_cast<int>(alt);
+      if (pool.smallBlock) {
+        plan.AddPool(NameLabel(pool.name),
+                     mrm_SmallBlockCapacity().SetOutToClientLoHi(0, pool.sizesMB[alt] * kMB),
+                     number);
+      } else {
+        plan.AddLargeBlockPool(NameLabel(pool.name), LargeCapacity(pool.sizesMB[alt]), number);
+      }
+    }
+  }
+}
+
+void DeclarePhase(mrm_Schedule& plan, const PhasePlan& phase) {
+  plan.BeginPhase(phase.Label());
+  DeclarePools(plan, phase);
+  for (const PhasePlan& child : phase.children)
+    DeclarePhase(plan, child);
+  plan.EndPhase();
+}
+
+// The highest milestone whose peak fits the budget; the leanest when none does.
+int ChooseMilestone(const mrm_Schedule& plan, double budget) {
+  int chosen = 0;
+  for (int milestone = 0; plan.GetMilestoneName(milestone) != nullptr; ++milestone) {
+    if (plan.GetMilestoneCapacity(milestone).hi <= budget) chosen = milestone;
+  }
+  return chosen;
+}
+
+// What a phase holds while it runs: its pools, their large blocks and their small pieces.
+struct Held {
+  std::vector<mrm_LargeBlockPool*> largePools;
+  std::vector<mrm_Pool*> smallPools;
+  std::vector<std::pair<mrm_LargeBlockPool*, mrm_MemBlockID>> blocks;
+  std::vector<std::pair<mrm_Pool*, void*>> pieces;
+};
+
+// A factory refuses a pool the plan does not have in the open phases.
+bool Started(const void* pool) {
+  if (pool == nullptr) aio_cerr << "  a pool of the plan was refused" << aio_endl;
+  return pool != nullptr;
+}
+
+// Fills a small-block pool with pieces of 16 to 256 bytes up to 90% of its plan.
+void UseSmallPool(mrm_Pool* pool, Held& held) {
+  if (!Started(pool)) return;
+  held.smallPools.push_back(pool);
+  const double planned = mrm_GetCapacity(*pool).outToClientHi;
+  for (int size = 16; mrm_GetConsumption(*pool).outToClient + size <= 0.9 * planned;
+       size = size % 256 + 16) {
+    void* piece = pool->Alloc(size);
+    std::memset(piece, 0, size);
+    held.pieces.emplace_back(pool, piece);
+  }
+}
+
+// One block the size of the pool's plan, acquired and written.
+void UseLargePool(mrm_LargeBlockPool* pool, Held& held) {
+  if (!Started(pool)) return;
+  held.largePools.push_back(pool);
+  mrm_MemBlockID id = pool->Declare(mrm_TruncateToInt(mrm_GetCapacity(*pool).hi));
+  held.blocks.emplace_back(pool, id);
+  if (pool->Acquire(id)) {
+    aio_cerr << "  no memory for a block of " << pool->GetSize(id) << " bytes" << aio_endl;
+    return;
+  }
+  std::memset(pool->GetPointer(id), 1, pool->GetSize(id));
+}
+
+// Starts the phase's pools as the plan has them and uses them. The job phase is open outside
+// the schedule, so its own pools start with SpotStartup.
+void StartPools(const PhasePlan& phase, bool isJob, Held& held) {
+  for (const PoolPlan& pool : phase.pools) {
+    const NameLabel label(pool.name);
+    if (isJob) {
+      UseLargePool(mrm_LargeBlockPoolFactory::SpotStartup(label, mrm_JobPhaseLabel(),
+                                                          LargeCapacity(pool.sizesMB[0])),
+                   held);
+    } else if (pool.smallBlock) {
+      UseSmallPool(mrm_PoolFactory::Startup(label), held);
+    } else {
+      UseLargePool(mrm_LargeBlockPoolFactory::Startup(label), held);
+    }
+  }
+}
+
+void GiveBack(Held& held) {
+  for (auto& piece : held.pieces)
+    piece.first->Free(piece.second);
+  for (auto& block : held.blocks)
+    block.first->Release(block.second);
+  for (mrm_Pool* pool : held.smallPools)
+    mrm_PoolFactory::Shutdown(pool);
+  for (mrm_LargeBlockPool* pool : held.largePools)
+    mrm_LargeBlockPoolFactory::Shutdown(pool);
+}
+
+// Runs a phase and its children one after the other, with its pools held throughout.
+void RunPhase(const PhasePlan& phase, bool isJob) {
+  mrm_Manager& manager = mrm_Manager::Instance();
+  const mrm_Label label = phase.Label();
+  if (!isJob) manager.BeginPhase(label);
+  Held held;
+  StartPools(phase, isJob, held);
+  for (const PhasePlan& child : phase.children)
+    RunPhase(child, false);
+  if (phase.step > 0) {
+    const mrm_Consumption used = manager.ConstGetJobConsumption();
+    aio_cout << "  " << label << ": " << used.pinnedBytes / kMB
+             << " MB pinned at its end; the job's peak so far " << used.peakPinnedBytes / kMB
+             << " MB" << aio_endl;
+  }
+  GiveBack(held);
+  if (!isJob) manager.EndPhase(label);
+}
+
+// The budget in bytes from "-memory <MB>", the default without it; -1 for a bad command line.
+double Budget(int argc, char** argv) {
+  if (argc == 1) return kDefaultBudgetMB * kMB;
+  char* end = nullptr;
+  const double megabytes = argc == 3 ? std::strtod(argv[2], &end) : 0;
+  if (argc != 3 || std::strcmp(argv[1], "-memory") != 0 || *end != '\0' || megabytes <= 0)
+    return -1;
+  return megabytes * kMB;
 }
 
 }  // namespace
 
-int main() {
-  VRKBasSetLifecycleObserver(Show);
+int main(int argc, char** argv) {
+  const double budget = Budget(argc, argv);
+  if (budget < 0) {
+    aio_cerr << "usage: " << argv[0] << " [-memory <MB>]" << aio_endl;
+    return 2;
+  }
   int tally = 0;
-  aio_cout << "Bringing the library up:" << aio_endl;
   VRKLnuBasicUtils_initialize(tally);
-  aio_cout << tally << " layers are up on " << VRKBasUtlGetPlatform() << " with "
-           << utl_getNumberCpusBase() << " processors; the memory layer holds " << mem_Footprint()
-           << " bytes." << aio_endl;
-  aio_cout << "Bringing it down:" << aio_endl;
+  mrm_Manager& manager = mrm_Manager::Instance();
+  manager.RegisterLabelPrinter(NameLabel::kTypeKey, NameLabel::Print);
+
+  mrm_Schedule plan;
+  plan.SetPrintUnits(kMB);
+  DeclareMilestones(plan);
+  DeclarePools(plan, Job());
+  for (const PhasePlan& step : Job().children)
+    DeclarePhase(plan, step);
+  plan.Analyze();
+
+  const int chosen = ChooseMilestone(plan, budget);
+  const double peak = plan.GetMilestoneCapacity(chosen).hi;
+  aio_cout << "Memory budget " << budget / kMB << " MB: milestone " << chosen << " ("
+           << plan.GetMilestoneName(chosen) << ") plans a peak of " << peak / kMB << " MB"
+           << (peak > budget ? ", over the budget: no milestone fits" : "") << "." << aio_endl;
+  plan.Finalize(chosen);
+  plan.Print(aio_cout);
+  manager.Adopt(plan);
+
+  aio_cout << "Running the job:" << aio_endl;
+  RunPhase(Job(), true);
+  const mrm_Consumption used = manager.ConstGetJobConsumption();
+  aio_cout << "Job consumption: peak " << used.peakPinnedBytes / kMB << " MB pinned of "
+           << peak / kMB << " MB planned; " << used.numBlocks << " blocks and "
+           << used.pinnedBytes / kMB << " MB still held." << aio_endl;
+
   VRKLnuBasicUtils_finalize(tally);
-  aio_cout << tally << " layers are up." << aio_endl;
-  return tally == 0 ? 0 : 1;
+  return used.numBlocks == 0 && used.peakPinnedBytes <= peak ? 0 : 1;
 }
