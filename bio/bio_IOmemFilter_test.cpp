@@ -16,20 +16,9 @@ struct MemFilter : bio_IOmemFilter {
   size_t Capacity() const { return static_cast<size_t>(limit - base); }
 };
 
-TEST(IOmemFilterTest, GrowsByWholeQuantaAndKeepsTheBytesInOrder) {
-  MemFilter filter(1024);
-  for (unsigned i = 0; i < 1025; ++i)
-    filter << static_cast<unsigned char>(i);
-  EXPECT_EQ(filter.Capacity(), 2048u);
-  for (unsigned i = 0; i < 1025; ++i) {
-    unsigned char byte;
-    filter >> byte;
-    ASSERT_EQ(byte, static_cast<unsigned char>(i));
-  }
-}
-
-// The block grows while a part of it has been read; the read cursor keeps its place.
-TEST(IOmemFilterTest, ReadsAndWritesInterleaveWithTheirOwnCursors) {
+// The block grows while a part of it has been read; the read cursor keeps its place. The
+// round trips of every type through a small quantum are in the filter pair tests.
+TEST(IOmemFilterTest, ReadsAndWritesInterleaveWithTheirOwnCursorsAndGrowByWholeQuanta) {
   MemFilter filter(8);
   int first, second;
   double third;
@@ -46,6 +35,10 @@ TEST(IOmemFilterTest, ReadsAndWritesInterleaveWithTheirOwnCursors) {
   filter.shortSwap(reinterpret_cast<const char*>(&word), 4);
   filter.shortSwap(reinterpret_cast<char*>(&back), 4);  // reversed twice
   filter.putString("abc");
+  MemFilter big(1024);
+  for (unsigned i = 0; i < 1025; ++i)
+    big << 'b';
+  EXPECT_EQ(big.Capacity(), 2048u);
   char* text;
   filter >> text;
   EXPECT_EQ(back, word);

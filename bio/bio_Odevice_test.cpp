@@ -25,17 +25,22 @@ auto FatalError(const char* text, int errorNumber) {
                                       Property(&omi_FatalError::Errno, errorNumber)));
 }
 
-TEST(MemoryDeviceTest, ABufferOfSizeZeroHas4096Bytes) {
-  EXPECT_EQ(bio_Buffer(0).size, 4096u);
-}
+// A writer and a reader on one buffer, used as a pipe.
+struct Pipe {
+  explicit Pipe(unsigned size) : buffer(size) {}
+  bio_Buffer buffer;
+  bio_OmemoryDevice out{buffer};
+  bio_ImemoryDevice in{buffer};
+  bio_OinternalFilter writer{out};
+  bio_IinternalFilter reader{in};
+};
 
-// A writer and a reader on one buffer of 16 bytes, used as a pipe.
 TEST(MemoryDeviceTest, AFullBufferMakesRoomFromWhatWasRead) {
-  bio_Buffer buffer(16);
-  bio_OmemoryDevice out(buffer);
-  bio_ImemoryDevice in(buffer);
-  bio_OinternalFilter writer(out);
-  bio_IinternalFilter reader(in);
+  EXPECT_EQ(bio_Buffer(0).size, 4096u);
+  Pipe pipe(16);
+  bio_Buffer& buffer = pipe.buffer;
+  bio_OinternalFilter& writer = pipe.writer;
+  bio_IinternalFilter& reader = pipe.reader;
   char bytes[16];
   for (char i = 0; i < 16; ++i)
     bytes[int(i)] = i;
@@ -60,29 +65,24 @@ TEST(MemoryDeviceTest, AFullBufferMakesRoomFromWhatWasRead) {
 
 // Unlike the external form, nothing is widened: a short is 2 bytes, a string's length 4.
 TEST(InternalFilterTest, ValuesTakeTheirSizeInMemory) {
-  bio_Buffer buffer(0);
-  bio_OmemoryDevice out(buffer);
-  bio_OinternalFilter writer(out);
-  writer << 1.0 << 1.0f << 1u << 1 << static_cast<unsigned short>(1) << short(1)
-         << static_cast<unsigned char>(1) << 'a' << true;
+  Pipe pipe(0);
+  const bio_Buffer& buffer = pipe.buffer;
+  pipe.writer << 1.0 << 1.0f << 1u << 1 << static_cast<unsigned short>(1) << short(1)
+              << static_cast<unsigned char>(1) << 'a' << true;
   EXPECT_EQ(buffer.writePos, 8u + 3 * 4 + 2 * 2 + 3 * 1);
   const short shorts[3] = {};
-  writer.putString("ab");
-  writer.putArray(shorts, 3);
+  pipe.writer.putString("ab");
+  pipe.writer.putArray(shorts, 3);
   EXPECT_EQ(buffer.writePos, 27u + 6 + 6);
 }
 
 TEST(InternalFilterTest, AScalarReadThatRunsDryMeansTheOtherSideIsGone) {
-  bio_Buffer buffer(16);
-  bio_OmemoryDevice out(buffer);
-  bio_ImemoryDevice in(buffer);
-  bio_OinternalFilter writer(out);
-  bio_IinternalFilter reader(in);
-  writer << short(1);
+  Pipe pipe(16);
+  pipe.writer << short(1);
   errno = EPIPE;
   int value;
   EXPECT_THAT(
-      [&] { reader >> value; },
+      [&] { pipe.reader >> value; },
       FatalError("The other side of the connection exited breaking the socket connection", EPIPE));
 }
 

@@ -49,16 +49,12 @@ class ExternalFormTest : public ::testing::TestWithParam<omi_Swapper::EndianType
   void ExpectImage(T value, const Bytes& image) {
     bio_OexternalMemFilter writer(0);
     writer << Held(value);
-    Bytes output = Output(writer);
-    EXPECT_EQ(output, image) << +value;
-    bio_IexternalMemFilter reader(reinterpret_cast<char*>(output.data()), output.size());
-    T back{};
-    reader >> back;
-    EXPECT_EQ(back, Held(value));
+    EXPECT_EQ(Output(writer), image) << +value;
   }
 };
 
-TEST_P(ExternalFormTest, ScalarsHaveTheirByteImagesAndReadBack) {
+// The round trips are in the filter pair tests.
+TEST_P(ExternalFormTest, ScalarsHaveTheirByteImages) {
   ExpectImage(1.5, {0, 0, 0, 0, 0, 0, 0xF8, 0x3F});
   ExpectImage(-2.0f, {0, 0, 0, 0xC0});
   ExpectImage(0x01020304u, {4, 3, 2, 1});
@@ -127,20 +123,20 @@ TEST(OexternalMemFilterTest, ThreeMiBComeBackInOrderAsOneBlockAndWritingGoesOn) 
   for (unsigned i = 0; i < kInts; ++i)
     writer << i;
 
+  // The block holds 0, 1, 2 ... in order, and nothing more.
+  auto expectCounting = [](const char* block, unsigned size, unsigned ints) {
+    ASSERT_EQ(size, ints * 4);
+    std::vector<unsigned> back(ints);
+    std::memcpy(back.data(), block, size);
+    for (unsigned i = 0; i < ints; ++i)
+      ASSERT_EQ(back[i], i);
+  };
   const char* block = writer.GetBuffer(size);
-  ASSERT_EQ(size, 3u << 20);
-  std::vector<unsigned> back(kInts + 1);
-  std::memcpy(back.data(), block, size);
-  for (unsigned i = 0; i < kInts; ++i)
-    ASSERT_EQ(back[i], i);
+  expectCounting(block, size, kInts);
   EXPECT_EQ(writer.GetBuffer(size), block);  // joined once, one block from then on
-
   writer << kInts;
   block = writer.GetBuffer(size);
-  ASSERT_EQ(size, (3u << 20) + 4);
-  std::memcpy(back.data(), block, size);
-  for (unsigned i = 0; i <= kInts; ++i)
-    ASSERT_EQ(back[i], i);
+  expectCounting(block, size, kInts + 1);
 }
 
 // The header of a chunk takes 16 bytes of its MiB. With 12 bytes free, one double fits and

@@ -106,7 +106,9 @@ void ExpectEveryType(bio_Ifilter& in) {
   EXPECT_EQ(c, 'z');
 }
 
-TEST(FilterPairTest, InternalFiltersOnAMemoryDevice) {
+// The internal filters on a memory device, and a memory filter with a small quantum, so that
+// its block grows many times on the way.
+TEST(FilterPairTest, InternalAndMemoryFilters) {
   bio_Buffer buffer(1 << 16);
   bio_OmemoryDevice out(buffer);
   bio_ImemoryDevice in(buffer);
@@ -114,10 +116,6 @@ TEST(FilterPairTest, InternalFiltersOnAMemoryDevice) {
   bio_IinternalFilter reader(in);
   WriteEveryType(writer);
   ExpectEveryType(reader);
-}
-
-// A small quantum, so that the block grows many times on the way.
-TEST(FilterPairTest, MemoryFilter) {
   bio_IOmemFilter filter(16);
   WriteEveryType(filter);
   ExpectEveryType(filter);

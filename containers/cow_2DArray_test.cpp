@@ -11,17 +11,13 @@ using TwoDArrayTest = VRKFootprintTest;
 
 TEST_F(TwoDArrayTest, StartsAtZeroAndIsRowMajor) {
   cow_2DArray<double> array(3, 4);
-  EXPECT_EQ(array.Rows(), 3);
-  EXPECT_EQ(array.Columns(), 4);
   for (int row = 0; row < 3; ++row)
     for (int column = 0; column < 4; ++column)
       EXPECT_EQ(array.ConstGet(row, column), 0.0);
   array.Get(1, 2) = 1.5;
   EXPECT_EQ(array.ConstData()[1 * 4 + 2], 1.5);
 
-  const cow_2DArray<int> empty;
-  EXPECT_EQ(empty.Rows(), 0);
-  EXPECT_EQ(empty.Columns(), 0);
+  EXPECT_EQ(cow_2DArray<int>().Rows() + cow_2DArray<int>().Columns(), 0);
 }
 
 TEST_F(TwoDArrayTest, CopiesShareUntilOneWrites) {

@@ -26,16 +26,10 @@ struct Square : Shape {
 // Every test checks at its end that all memory went back.
 using CowTest = VRKFootprintTest;
 
-TEST_F(CowTest, SoleHolderWritesInPlace) {
-  cow_COW<Value> holder(Value(1));
-  Value* first = &holder.Get();
-  EXPECT_EQ(&holder.Get(), first);
-  EXPECT_EQ(&holder.ConstGet(), first);
-  EXPECT_EQ(holder.UseCount(), 1);
-}
-
-TEST_F(CowTest, SharedHolderCopiesAndLeavesTheOthers) {
+TEST_F(CowTest, SharedHolderCopiesAndLeavesTheOthersSoleHolderWritesInPlace) {
   cow_COW<Value> a(Value(1));
+  const Value* first = &a.Get();
+  EXPECT_EQ(&a.Get(), first);
   cow_COW<Value> b = a;
   cow_COW<Value> c = a;
   EXPECT_EQ(a.UseCount(), 3);
@@ -47,9 +41,11 @@ TEST_F(CowTest, SharedHolderCopiesAndLeavesTheOthers) {
   EXPECT_EQ(b.ConstGet().value, 2);
   EXPECT_EQ(a.UseCount(), 2);  // the others lost one holder
   EXPECT_EQ(b.UseCount(), 1);
+  EXPECT_EQ(&a.ConstGet(), first);
 
   c = b;
   EXPECT_EQ(a.UseCount(), 1);
+  EXPECT_EQ(&a.Get(), first);  // sole holder again: written in place
   EXPECT_EQ(b.UseCount(), 2);
   const cow_COW<Value>& same = c;
   c = same;

@@ -50,18 +50,11 @@ class Tracked : public mem_AllocationOperators {
 };
 
 template <class T>
-T Make(int value);
-template <>
-int Make<int>(int value) {
-  return value;
-}
-template <>
-cow_String Make<cow_String>(int value) {
-  return cow_String("element ") + cow_String(value);
-}
-template <>
-Tracked Make<Tracked>(int value) {
-  return Tracked(value);
+T Make(int value) {
+  if constexpr (std::is_same_v<T, cow_String>)
+    return cow_String("element ") + cow_String(value);
+  else
+    return T(value);
 }
 
 // The list has the model's elements, read by index and by the iterator.
@@ -269,7 +262,7 @@ TYPED_TEST(ListRandomTest, MatchesDequeThroughMixedOperations) {
           model.push_front(value);
           break;
         case 2:
-        case 3: {
+        case 3: {  // twice as likely
           const int index = below(count + 1);
           list.InsertIndex(index, value);
           model.insert(model.begin() + index, value);
@@ -292,13 +285,12 @@ TYPED_TEST(ListRandomTest, MatchesDequeThroughMixedOperations) {
           if (size < count) model.erase(model.begin() + size, model.end());
           break;
         }
-        case 8: {
+        case 8:
           if (copies.size() < 6)
             copies.push_back({list, model});
           else
             copies[below(6)] = {list, model};
           break;
-        }
         case 9: {
           const int index = below(count);
           list.Get(index) = value;
@@ -321,13 +313,11 @@ TYPED_TEST(ListRandomTest, MatchesDequeThroughMixedOperations) {
       maxCount = std::max(maxCount, list.Count());
       ASSERT_TRUE(Same(list, model)) << "step " << step << " operation " << operation;
       if (step % 16 != 0 && operation != 10) continue;
-      for (const Copy& copy : copies) {
+      for (const Copy& copy : copies)
         ASSERT_TRUE(Same(copy.list, copy.model)) << "step " << step;
-      }
     }
-    for (const Copy& copy : copies) {
+    for (const Copy& copy : copies)
       EXPECT_TRUE(Same(copy.list, copy.model));
-    }
     EXPECT_GT(maxCount, 700);
   }
 }

@@ -217,9 +217,8 @@ TYPED_TEST(MapRandomTest, MatchesStdMapThroughMixedOperations) {
     }
     ASSERT_TRUE(Same(map, model)) << "step " << step << " operation " << operation;
     if (step % 16 != 0 && operation != 7) continue;
-    for (const Copy& copy : copies) {
+    for (const Copy& copy : copies)
       ASSERT_TRUE(Same(copy.map, copy.model)) << "step " << step;
-    }
   }
   EXPECT_GT(twoChildRemovals, 200);
 }

@@ -45,7 +45,9 @@ class Job : public VRKBasAtiThreadTask {
   std::atomic<bool>& m_Done;
 };
 
-TEST(ThrPackageTest, InstallsTheFactoryOnceAndNeverWithdrawsIt) {
+// A first start installs the threading factory for good; a stop destroys the per-thread
+// objects in level order and gives back everything else.
+TEST(ThrPackageTest, StopDestroysThreadObjectsInLevelOrderAndGivesEverythingBack) {
   int tally = 0;
   VRKLnuBasicUtils_initialize(tally);
   VRKBasAtiThreadFactory* factory = VRKBasAtiThreadingModel::getBehavior();
@@ -54,19 +56,10 @@ TEST(ThrPackageTest, InstallsTheFactoryOnceAndNeverWithdrawsIt) {
   mem_Free(name);
   VRKLnuBasicUtils_finalize(tally);
   EXPECT_EQ(VRKBasAtiThreadingModel::getBehavior(), factory);
-  VRKLnuBasicUtils_initialize(tally);
-  EXPECT_EQ(VRKBasAtiThreadingModel::getBehavior(), factory);
-  VRKLnuBasicUtils_finalize(tally);
-  EXPECT_EQ(tally, 0);
-}
-
-TEST(ThrPackageTest, StopDestroysThreadObjectsInLevelOrderAndGivesEverythingBack) {
-  int tally = 0;
-  VRKLnuBasicUtils_initialize(tally);  // a first start leaves the factory behind
-  VRKLnuBasicUtils_finalize(tally);
   const unsigned long footprint = mem_Footprint();
 
   VRKLnuBasicUtils_initialize(tally);
+  EXPECT_EQ(VRKBasAtiThreadingModel::getBehavior(), factory);
   thr_ThreadPool& pool = thr_ThreadPool::Instance();
   pool.AddThreads(3);
   std::atomic<bool> done{false};
@@ -87,6 +80,7 @@ TEST(ThrPackageTest, StopDestroysThreadObjectsInLevelOrderAndGivesEverythingBack
   VRKLnuBasicUtils_initialize(tally);  // and everything comes back
   EXPECT_EQ(thr_ThreadPool::Instance().GetThreadCount(), 0);
   VRKLnuBasicUtils_finalize(tally);
+  EXPECT_EQ(tally, 0);
 }
 
 }  // namespace

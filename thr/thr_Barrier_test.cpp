@@ -11,13 +11,12 @@
 
 namespace {
 
-class BarrierTest : public VRKLibraryTest {};
+using BarrierTest = VRKLibraryTest;
 
 TEST(BarrierAloneTest, OneThreadPassesAtOnce) {
   thr_Barrier barrier;  // the library is not even up: nothing is touched
   barrier.BarrierSync(1);
   barrier.BarrierSync(0);
-  EXPECT_EQ(barrier.id(), 301);
 }
 
 // Each round every thread writes its mark into one of two rows, passes the barrier and

@@ -11,22 +11,19 @@ namespace {
 
 std::vector<char> calls;
 
-int Releases() {
-  calls.push_back('r');
-  return 1;
+// Records its name; returns whether it released its object.
+template <char kName, int kReleased>
+int Finalizer() {
+  calls.push_back(kName);
+  return kReleased;
 }
 int Throws() {
   calls.push_back('t');
   throw std::runtime_error("finalizer failed");
 }
-int KeepsNothing() {
-  calls.push_back('k');
-  return 0;
-}
-int Never() {
-  calls.push_back('n');
-  return 1;
-}
+constexpr auto Releases = Finalizer<'r', 1>;
+constexpr auto KeepsNothing = Finalizer<'k', 0>;
+constexpr auto Never = Finalizer<'n', 1>;
 
 class RegistryTest : public VRKLibraryTest {
  protected:

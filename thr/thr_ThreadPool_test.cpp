@@ -55,13 +55,17 @@ class ThreadPoolTest : public VRKLibraryTest {
     VRKLibraryTest::TearDown();
   }
 
-  // A task that marks its start, then runs until `release`.
-  Task* Blocking() {
+  // A task that marks its start, then runs until `until`, with the suspend signals masked
+  // if asked to.
+  Task* Blocking(std::atomic<bool>* until = nullptr, bool masked = false) {
+    if (!until) until = &release;
     return new Task(
-        [this](int) {
+        [this, until, masked](int) {
+          if (masked) thr_maskSuspendSignalsInThread(1);
           ++started;
-          while (!release)
+          while (!*until)
             std::this_thread::sleep_for(milliseconds(1));
+          if (masked) thr_maskSuspendSignalsInThread(0);
         },
         &deleted);
   }
@@ -134,13 +138,7 @@ TEST_F(ThreadPoolTest, EndingWaitsForRunningTasksButNotForNoJoinOnes) {
   pool->AddThreads(2);
   std::atomic<bool> releaseJoined{false};
   ASSERT_TRUE(pool->RunTask(Blocking(), true));
-  ASSERT_TRUE(pool->RunTask(new Task(
-      [&](int) {
-        ++started;
-        while (!releaseJoined)
-          std::this_thread::sleep_for(milliseconds(1));
-      },
-      &deleted)));
+  ASSERT_TRUE(pool->RunTask(Blocking(&releaseJoined)));
   ASSERT_TRUE(Eventually([&] { return started == 2; }));
   std::thread ender([] { thr_ThreadPool::Finalize(); });
   std::this_thread::sleep_for(milliseconds(50));
@@ -204,13 +202,7 @@ TEST_F(ThreadPoolTest, SuspendStopsThreadsUntilTheLastResumeAndCanSpareOneSlot) 
 
 TEST_F(ThreadPoolTest, AThreadThatMasksTheSignalsIsReportedNotWaitedFor) {
   pool->AddThreads(1);
-  ASSERT_TRUE(pool->RunTask(new Task([this](int) {
-    thr_maskSuspendSignalsInThread(1);
-    ++started;
-    while (!release)
-      std::this_thread::sleep_for(milliseconds(1));
-    thr_maskSuspendSignalsInThread(0);
-  })));
+  ASSERT_TRUE(pool->RunTask(Blocking(&release, true)));
   ASSERT_TRUE(Eventually([&] { return started == 1; }));
   EXPECT_FALSE(pool->SuspendThreads());
   pool->ResumeThreads();  // nothing to resume

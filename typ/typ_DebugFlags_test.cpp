@@ -9,14 +9,7 @@
 
 namespace {
 
-class DebugFlagsTest : public VRKLibraryTest {
- protected:
-  void SetUp() override {
-    VRKLibraryTest::SetUp();
-    typ_DebugFlags::SetDebugFlags("uti", 0);
-    typ_DebugFlags::SetDebugFlags("utl", 0);
-  }
-};
+using DebugFlagsTest = VRKLibraryTest;
 
 TEST_F(DebugFlagsTest, FacilityTableHasItsNamesInTheirSlots) {
   int named = 0;
@@ -30,41 +23,33 @@ TEST_F(DebugFlagsTest, FacilityTableHasItsNamesInTheirSlots) {
   EXPECT_EQ(typ_DebugFlags::GetDebugFacilityName(1 << 20), nullptr);
 }
 
-TEST_F(DebugFlagsTest, SetsAndGetsByNameAndNumber) {
-  EXPECT_TRUE(typ_DebugFlags::SetDebugFlags("utl", 3));
-  EXPECT_EQ(typ_DebugFlags::GetDebugFlags(3u), 3);
-  EXPECT_EQ(typ_DebugFlags::GetDebugFlags("utl"), 3);
-  EXPECT_FALSE(typ_DebugFlags::SetDebugFlags("ut", 1));  // names match exactly
-  EXPECT_EQ(typ_DebugFlags::GetDebugFlags("nosuch"), 0);
-  EXPECT_EQ(typ_DebugFlags::GetDebugFlags(1u << 20), 0);
-}
-
+// Each text is parsed in turn; the levels of uti and utl after it follow. Names match exactly.
 TEST_F(DebugFlagsTest, ParsesPairsUntilASyntaxError) {
-  EXPECT_TRUE(typ_DebugFlags::ParseDebugFlags("uti=2,utl=1"));
-  EXPECT_EQ(typ_DebugFlags::GetDebugFlags("uti"), 2);
-  EXPECT_EQ(typ_DebugFlags::GetDebugFlags("utl"), 1);
-  EXPECT_TRUE(typ_DebugFlags::ParseDebugFlags(""));
-  EXPECT_TRUE(typ_DebugFlags::ParseDebugFlags("utl=,"));  // no digits: level 0
-  EXPECT_EQ(typ_DebugFlags::GetDebugFlags("utl"), 0);
-
-  EXPECT_FALSE(typ_DebugFlags::ParseDebugFlags("uti"));
-  EXPECT_FALSE(typ_DebugFlags::ParseDebugFlags("uti=5x"));
-  EXPECT_EQ(typ_DebugFlags::GetDebugFlags("uti"), 2);
-  EXPECT_FALSE(typ_DebugFlags::ParseDebugFlags("utl=4,uti"));  // pairs before the error stay
-  EXPECT_EQ(typ_DebugFlags::GetDebugFlags("utl"), 4);
-
-  EXPECT_FALSE(typ_DebugFlags::ParseDebugFlags("nosuch=1,uti=3"));
-  EXPECT_EQ(typ_DebugFlags::GetDebugFlags("uti"), 3);
-}
-
-TEST_F(DebugFlagsTest, AnyLengthOfNameOrDigitsWorks) {
   const std::string longName(100, 'x');
-  EXPECT_FALSE(typ_DebugFlags::ParseDebugFlags((longName + "=1,uti=6").c_str()));
-  EXPECT_EQ(typ_DebugFlags::GetDebugFlags("uti"), 6);
-  EXPECT_TRUE(typ_DebugFlags::ParseDebugFlags(("uti=" + std::string(60, '0') + "7").c_str()));
-  EXPECT_EQ(typ_DebugFlags::GetDebugFlags("uti"), 7);
-  EXPECT_TRUE(typ_DebugFlags::ParseDebugFlags("uti=99999999999999999999"));
-  EXPECT_EQ(typ_DebugFlags::GetDebugFlags("uti"), INT_MAX);
+  const struct {
+    std::string text;
+    bool ok;
+    int uti, utl;
+  } kSteps[] = {{"uti=2,utl=1", true, 2, 1},
+                {"", true, 2, 1},
+                {"utl=,", true, 2, 0} /* no digits */,
+                {"uti", false, 2, 0},
+                {"uti=5x", false, 2, 0},
+                {"utl=4,uti", false, 2, 4} /* 1st stays */,
+                {"nosuch=1,uti=3", false, 3, 4},
+                {"ut=1", false, 3, 4},
+                {longName + "=1,uti=6", false, 6, 4},
+                {"uti=" + std::string(60, '0') + "7", true, 7, 4},
+                {"uti=99999999999999999999", true, INT_MAX, 4}};
+  for (const auto& s : kSteps) {
+    EXPECT_EQ(typ_DebugFlags::ParseDebugFlags(s.text.c_str()), s.ok) << s.text;
+    EXPECT_EQ(typ_DebugFlags::GetDebugFlags("uti"), s.uti) << s.text;
+    EXPECT_EQ(typ_DebugFlags::GetDebugFlags(3u), s.utl) << s.text;  // utl by number
+  }
+  EXPECT_TRUE(typ_DebugFlags::SetDebugFlags("utl", 5));
+  EXPECT_EQ(typ_DebugFlags::GetDebugFlags("utl"), 5);
+  EXPECT_FALSE(typ_DebugFlags::SetDebugFlags("ut", 1));
+  EXPECT_EQ(typ_DebugFlags::GetDebugFlags("nosuch") + typ_DebugFlags::GetDebugFlags(1u << 20), 0);
 }
 
 }  // namespace

@@ -3,25 +3,24 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <initializer_list>
+#include <string>
 
 namespace {
 
-atr_String Translate(const char* format) {
-  return atr_translate(format).Result();
+// The format with the texts given as arguments 1, 2 ...
+atr_String Translate(const char* format, std::initializer_list<const char*> texts = {}) {
+  atr_translate tr(format);
+  int index = 0;
+  for (const char* text : texts)
+    atr_SubstituteFormat(tr, ++index, text);
+  return tr.Result();
 }
 
-TEST(TranslateTest, UnnumberedPlaceholdersTakeIndicesInOrder) {
-  atr_translate tr("Bad Cast: From `%s' To '%s'.");
-  atr_SubstituteFormat(tr, 1, "nex_Exception");
-  atr_SubstituteFormat(tr, 2, "utl_File");
-  EXPECT_EQ(tr.Result(), "Bad Cast: From `nex_Exception' To 'utl_File'.");
-}
-
-TEST(TranslateTest, NumberedPlaceholdersNameTheirIndex) {
-  atr_translate tr("%2$s before %1$s, %2$s again");
-  atr_SubstituteFormat(tr, 1, "one");
-  atr_SubstituteFormat(tr, 2, "two");
-  EXPECT_EQ(tr.Result(), "two before one, two again");
+TEST(TranslateTest, PlaceholdersTakeIndicesInOrderOrNameTheirIndex) {
+  EXPECT_EQ(Translate("Bad Cast: From `%s' To '%s'.", {"nex_Exception", "utl_File"}),
+            "Bad Cast: From `nex_Exception' To 'utl_File'.");
+  EXPECT_EQ(Translate("%2$s before %1$s, %2$s again", {"one", "two"}), "two before one, two again");
 }
 
 TEST(TranslateTest, NumbersFollowTheirConversion) {
@@ -38,18 +37,10 @@ TEST(TranslateTest, NumbersFollowTheirConversion) {
 }
 
 TEST(TranslateTest, TextsTakeWidthAndPrecision) {
-  atr_translate tr("[%6s][%-6s][%.2s][%d]");
-  atr_SubstituteFormat(tr, 1, "ab");
-  atr_SubstituteFormat(tr, 2, "ab");
-  atr_SubstituteFormat(tr, 3, "abcdef");
-  atr_SubstituteFormat(tr, 4, "text");  // text under %d: its plain text
-  EXPECT_EQ(tr.Result(), "[    ab][ab    ][ab][text]");
-
-  atr_translate wide("%-70s|");
-  atr_SubstituteFormat(wide, 1, "x");
-  const atr_String result = wide.Result();
-  EXPECT_EQ(result.Length(), 71);
-  EXPECT_EQ(result.c_str()[70], '|');
+  // text under %d: its plain text
+  EXPECT_EQ(Translate("[%6s][%-6s][%.2s][%d]", {"ab", "ab", "abcdef", "text"}),
+            "[    ab][ab    ][ab][text]");
+  EXPECT_EQ(Translate("%-70s|", {"x"}), ("x" + std::string(69, ' ') + "|").c_str());
 }
 
 TEST(TranslateTest, PlaceholdersWithoutValuesStayAsWritten) {
@@ -82,16 +73,10 @@ const char* German(const char* format) {
 
 TEST(TranslateTest, TheCatalogueMayReorderTheValues) {
   atr_SetTranslationCatalogue(German);
-  atr_translate tr("%s of %s");
-  atr_SubstituteFormat(tr, 1, "part");
-  atr_SubstituteFormat(tr, 2, "whole");
-  EXPECT_EQ(tr.Result(), "whole: part");
+  EXPECT_EQ(Translate("%s of %s", {"part", "whole"}), "whole: part");
   EXPECT_EQ(Translate("untouched %%"), "untouched %");
   EXPECT_EQ(atr_SetTranslationCatalogue(nullptr), &German);
-  atr_translate plain("%s of %s");
-  atr_SubstituteFormat(plain, 1, "part");
-  atr_SubstituteFormat(plain, 2, "whole");
-  EXPECT_EQ(plain.Result(), "part of whole");
+  EXPECT_EQ(Translate("%s of %s", {"part", "whole"}), "part of whole");
 }
 
 }  // namespace

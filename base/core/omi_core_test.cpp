@@ -43,7 +43,6 @@ TEST(ComplexTest, ConvertsBetweenItsForms) {
 
   const omi_complex unknownTag(7, 1.0, -1.0);  // reads as rectangular
   EXPECT_DOUBLE_EQ(unknownTag.ConvertedImag(), -1.0);
-  EXPECT_EQ(unknownTag.Tag(), 7);
 }
 
 TEST(SystemErrorCodeTest, ZeroCapturesErrno) {
@@ -99,8 +98,6 @@ TEST(SwapperTest, KnowsTheHostOrder) {
   const unsigned one = 1;
   const bool little = *reinterpret_cast<const unsigned char*>(&one) == 1;
   EXPECT_EQ(omi_Swapper::HostEndian(), little ? omi_Swapper::LittleEndian : omi_Swapper::BigEndian);
-  EXPECT_EQ(static_cast<int>(omi_Swapper::LittleEndian), 0);
-  EXPECT_EQ(static_cast<int>(omi_Swapper::BigEndian), 1);
 }
 
 }  // namespace
