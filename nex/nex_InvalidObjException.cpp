@@ -1,0 +1,5 @@
+#include "nex_InvalidObjException.h"
+
+template class nex_ValueException<nex_InvalidObjException, 0x1F0007, atr_String>;
+
+nex_InvalidObjException::~nex_InvalidObjException() = default;
