@@ -115,6 +115,20 @@ nex_Exception* nex_HeapCopy(const T& error) {
   return new T(error);
 }
 
+// What every concrete exception class defines for itself so that a raise, a copy and a
+// stored record keep its exact class: it derives from this template with itself as `Self`
+// and its type id, below its parent class `Parent`.
+template <class Self, unsigned kTypeId, class Parent = nex_Exception>
+class nex_ConcreteException : public Parent {
+ public:
+  using Parent::Parent;
+
+  [[noreturn]] void Propagate() const override { nex_RaiseCopy(static_cast<const Self&>(*this)); }
+  nex_Exception* Copy() const override { return nex_HeapCopy(static_cast<const Self&>(*this)); }
+  unsigned DynTypeId() const override { return kTypeId; }
+  static unsigned TypeId() { return kTypeId; }
+};
+
 // Exceptions of any class held with shared-until-written semantics.
 extern template class VRKLNU_EXPORT cow_CountedHld<nex_Exception>;
 extern template class VRKLNU_EXPORT cow_COW<nex_Exception, cow_Virtual<nex_Exception>>;

@@ -3,6 +3,8 @@
 #include "cls_ReadVisitor.h"
 #include "internal/nex_Metadata.h"
 
+template class nex_ConcreteException<nex_ExitException, 0x1F0006>;
+
 namespace {
 
 cls_FieldHandle MessageField() {
@@ -18,7 +20,9 @@ nex_ExitException::nex_ExitException(const atr_String& message, int code)
     : m_Value{message, code} {}
 
 nex_ExitException::nex_ExitException(const cls_ReadVisitor& visitor)
-    : nex_Exception(cls_ReadVisitor(visitor)), m_Value{atr_String(), 0}, m_Uid(visitor.GetUid()) {
+    : nex_ConcreteException(cls_ReadVisitor(visitor)),
+      m_Value{atr_String(), 0},
+      m_Uid(visitor.GetUid()) {
   m_Value.m_Msg = visitor.Read(MessageField(), atr_String());
   m_Value.m_Err = visitor.Read(CodeField(), 0);
 }
@@ -30,18 +34,6 @@ atr_String nex_ExitException::AsString() const {
   atr_String text = nex_Translate("Exit code: ");
   text += cow_String(m_Value.m_Err).c_str();
   return text;
-}
-
-void nex_ExitException::Propagate() const {
-  nex_RaiseCopy(*this);
-}
-
-nex_Exception* nex_ExitException::Copy() const {
-  return nex_HeapCopy(*this);
-}
-
-unsigned nex_ExitException::DynTypeId() const {
-  return TypeId();
 }
 
 void nex_ExitException::DBWrite(const cls_WriteVisitor& visitor) const {

@@ -10,7 +10,10 @@
 #include "atr_String.h"
 #include "nex_Exception.h"
 
-class VRKLNU_EXPORT nex_ExitException : public nex_Exception {
+class nex_ExitException;
+extern template class VRKLNU_EXPORT nex_ConcreteException<nex_ExitException, 0x1F0006>;
+
+class VRKLNU_EXPORT nex_ExitException : public nex_ConcreteException<nex_ExitException, 0x1F0006> {
  public:
   nex_ExitException(const atr_String& message, int code);
   // The identity first, then "m_Value.m_Msg" and "m_Value.m_Err" (default 0).
@@ -19,12 +22,8 @@ class VRKLNU_EXPORT nex_ExitException : public nex_Exception {
 
   // The message, or "Exit code: " and the code when there is none.
   atr_String AsString() const override;
-  [[noreturn]] void Propagate() const override;
-  nex_Exception* Copy() const override;
-  unsigned DynTypeId() const override;
   void DBWrite(const cls_WriteVisitor& visitor) const override;
 
-  static unsigned TypeId() { return 0x1F0006; }
   static void InitializeMetadata(cls_ClassRegistrar& registrar);
 
   const atr_String& Message() const { return m_Value.m_Msg; }

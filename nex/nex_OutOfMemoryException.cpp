@@ -5,6 +5,8 @@
 #include "internal/nex_Setup.h"
 #include "mem_Alloc.h"
 
+template class nex_ConcreteException<nex_OutOfMemoryException, 0x1F0009>;
+
 template class cow_CountedHld<nex_OutOfMemoryException>;
 template class cow_COW<nex_OutOfMemoryException>;
 
@@ -96,7 +98,7 @@ nex_OutOfMemoryException::nex_OutOfMemoryException(const atr_String& message,
 }
 
 nex_OutOfMemoryException::nex_OutOfMemoryException(const cls_ReadVisitor& visitor)
-    : nex_Exception(cls_ReadVisitor(visitor)),
+    : nex_ConcreteException(cls_ReadVisitor(visitor)),
       m_Msg(visitor.Read(MessageField(), atr_String())),
       m_Err(static_cast<nex_OutOfMemoryErrEnm>(visitor.Read(ErrorField(), 0))),
       m_Uid(visitor.GetUid()) {
@@ -107,18 +109,6 @@ nex_OutOfMemoryException::~nex_OutOfMemoryException() = default;
 
 atr_String nex_OutOfMemoryException::AsString() const {
   return JournalMessage();
-}
-
-void nex_OutOfMemoryException::Propagate() const {
-  nex_RaiseCopy(*this);
-}
-
-nex_Exception* nex_OutOfMemoryException::Copy() const {
-  return nex_HeapCopy(*this);
-}
-
-unsigned nex_OutOfMemoryException::DynTypeId() const {
-  return TypeId();
 }
 
 void nex_OutOfMemoryException::DBWrite(const cls_WriteVisitor& visitor) const {

@@ -29,7 +29,11 @@ enum nex_OutOfMemoryErrEnm {
   nex_OutOfMemorySystemRefused = 2,  // the system had no memory to give
 };
 
-class VRKLNU_EXPORT nex_OutOfMemoryException : public nex_Exception {
+class nex_OutOfMemoryException;
+extern template class VRKLNU_EXPORT nex_ConcreteException<nex_OutOfMemoryException, 0x1F0009>;
+
+class VRKLNU_EXPORT nex_OutOfMemoryException
+    : public nex_ConcreteException<nex_OutOfMemoryException, 0x1F0009> {
  public:
   explicit nex_OutOfMemoryException(nex_OutOfMemoryErrEnm error);
   // Also appends `message` to both package messages.
@@ -41,9 +45,6 @@ class VRKLNU_EXPORT nex_OutOfMemoryException : public nex_Exception {
 
   // JournalMessage().
   atr_String AsString() const override;
-  [[noreturn]] void Propagate() const override;
-  nex_Exception* Copy() const override;
-  unsigned DynTypeId() const override;
   // Takes the specific message into "m_Msg" first (also on a const object), then writes the
   // base level, "m_Msg" and "m_Err".
   void DBWrite(const cls_WriteVisitor& visitor) const override;
@@ -52,7 +53,6 @@ class VRKLNU_EXPORT nex_OutOfMemoryException : public nex_Exception {
   // "OutOfMemory".
   virtual cow_String PythonType() const;
 
-  static unsigned TypeId() { return 0x1F0009; }
   // Declares the class (concrete, version 871, parent nex_Exception) with its fields.
   static void InitializeMetadata(cls_ClassRegistrar& registrar);
   // The generic message; null while package nex is down.

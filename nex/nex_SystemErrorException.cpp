@@ -3,6 +3,8 @@
 #include "cls_ReadVisitor.h"
 #include "internal/nex_Metadata.h"
 
+template class nex_ConcreteException<nex_SystemErrorException, 0x1F0008>;
+
 namespace {
 
 cls_FieldHandle NativeField() {
@@ -18,7 +20,7 @@ nex_SystemErrorException::nex_SystemErrorException(const omi_SystemErrorCode& er
     : m_Value(error) {}
 
 nex_SystemErrorException::nex_SystemErrorException(const cls_ReadVisitor& visitor)
-    : nex_Exception(cls_ReadVisitor(visitor)), m_Value(0), m_Uid(visitor.GetUid()) {
+    : nex_ConcreteException(cls_ReadVisitor(visitor)), m_Value(0), m_Uid(visitor.GetUid()) {
   m_Value.m_NativeErrorCode = visitor.Read(NativeField(), static_cast<unsigned>(-1));
   m_Value.m_CRTErrorCode = visitor.Read(RuntimeField(), -1);
 }
@@ -27,18 +29,6 @@ nex_SystemErrorException::~nex_SystemErrorException() = default;
 
 atr_String nex_SystemErrorException::AsString() const {
   return nex_Translate("%s", m_Value.GetText());
-}
-
-void nex_SystemErrorException::Propagate() const {
-  nex_RaiseCopy(*this);
-}
-
-nex_Exception* nex_SystemErrorException::Copy() const {
-  return nex_HeapCopy(*this);
-}
-
-unsigned nex_SystemErrorException::DynTypeId() const {
-  return TypeId();
 }
 
 void nex_SystemErrorException::DBWrite(const cls_WriteVisitor& visitor) const {

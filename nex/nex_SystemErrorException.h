@@ -8,7 +8,11 @@
 #include "cow_SystemErrorCode.h"
 #include "nex_Exception.h"
 
-class VRKLNU_EXPORT nex_SystemErrorException : public nex_Exception {
+class nex_SystemErrorException;
+extern template class VRKLNU_EXPORT nex_ConcreteException<nex_SystemErrorException, 0x1F0008>;
+
+class VRKLNU_EXPORT nex_SystemErrorException
+    : public nex_ConcreteException<nex_SystemErrorException, 0x1F0008> {
  public:
   explicit nex_SystemErrorException(const omi_SystemErrorCode& error);
   // The identity first, then both codes (default -1). Both are stored through the unsigned
@@ -17,12 +21,8 @@ class VRKLNU_EXPORT nex_SystemErrorException : public nex_Exception {
   ~nex_SystemErrorException() override;
 
   atr_String AsString() const override;
-  [[noreturn]] void Propagate() const override;
-  nex_Exception* Copy() const override;
-  unsigned DynTypeId() const override;
   void DBWrite(const cls_WriteVisitor& visitor) const override;
 
-  static unsigned TypeId() { return 0x1F0008; }
   static void InitializeMetadata(cls_ClassRegistrar& registrar);
 
   const cow_SystemErrorCode& ErrorCode() const { return m_Value; }

@@ -29,26 +29,22 @@ inline cls_AttributeType nex_ValueAttribute(const cow_String*) {
 }
 
 template <class Self, unsigned kTypeId, class Value>
-class nex_ValueException : public nex_Exception {
+class nex_ValueException : public nex_ConcreteException<Self, kTypeId> {
  public:
   explicit nex_ValueException(const Value& value) : m_Value(value) {}
   // The base level, then "m_Value" (the store must deliver user text), then the identity.
   explicit nex_ValueException(const cls_ReadVisitor& visitor)
-      : nex_Exception(cls_ReadVisitor(visitor)),
+      : nex_ConcreteException<Self, kTypeId>(cls_ReadVisitor(visitor)),
         m_Value(visitor.Read(Field(), Value())),
         m_Uid(visitor.GetUid()) {}
 
   atr_String AsString() const override { return nex_ValueText(m_Value); }
-  [[noreturn]] void Propagate() const override { nex_RaiseCopy(static_cast<const Self&>(*this)); }
-  nex_Exception* Copy() const override { return nex_HeapCopy(static_cast<const Self&>(*this)); }
-  unsigned DynTypeId() const override { return kTypeId; }
   // The base level, then "m_Value".
   void DBWrite(const cls_WriteVisitor& visitor) const override {
-    if (!StartLevel<nex_Exception>(*this, visitor, kTypeId, m_Uid)) return;
+    if (!nex_Exception::StartLevel<nex_Exception>(*this, visitor, kTypeId, m_Uid)) return;
     visitor.Write(Field(), m_Value);
   }
 
-  static unsigned TypeId() { return kTypeId; }
   // Declares the class (concrete, version 800, parent nex_Exception) with its field, under
   // the name that Self gives as kClassName.
   static void InitializeMetadata(cls_ClassRegistrar& registrar) {
