@@ -26,7 +26,8 @@ TEST_F(UidTest, CopiesShareOneIdentityAndNewUidLeavesIt) {
   EXPECT_EQ(a.UseCount(), 1);
   c = a;
   EXPECT_TRUE(c == a);
-  c = c;
+  const cls_Uid& same = c;
+  c = same;  // assignment to itself keeps the count
   EXPECT_EQ(a.UseCount(), 2);
 }
 
