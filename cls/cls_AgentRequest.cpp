@@ -1,0 +1,3 @@
+#include "cls_AgentRequest.h"
+
+cls_AgentRequest::~cls_AgentRequest() = default;

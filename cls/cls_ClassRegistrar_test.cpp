@@ -1,0 +1,165 @@
+#include "cls_ClassRegistrar.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <vector>
+
+#include "VRKTestLibrary.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr unsigned kShape = 0x280001;
+constexpr unsigned kCircle = 0x280002;
+constexpr unsigned kDisc = 0x280003;
+
+int deletedCows = 0;
+void CountCowDelete(cow_COW<int, cow_Direct<int>>*) {
+  ++deletedCows;
+}
+
+std::vector<int> Versions(const cow_List<cls_ClassMetadataHld>& list) {
+  std::vector<int> versions;
+  for (int i = 0; i < list.Count(); ++i)
+    versions.push_back(list[i].GetRef().Version());
+  return versions;
+}
+
+std::vector<unsigned> Ids(const cow_List<cls_ClassMetadataHld>& list) {
+  std::vector<unsigned> ids;
+  for (int i = 0; i < list.Count(); ++i)
+    ids.push_back(list[i].GetRef().ClassId());
+  return ids;
+}
+
+// The registrar alone, with no failure hooks installed (package nex is down).
+class ClassRegistrarTest : public VRKFootprintTest {
+ protected:
+  void SetUp() override {
+    VRKFootprintTest::SetUp();
+    registrar = new cls_ClassRegistrar;
+  }
+  void TearDown() override {
+    unsetenv("LUNARA_SITE");
+    delete registrar;
+    VRKFootprintTest::TearDown();
+  }
+  cls_ClassMetadata& Declare(unsigned id, int version, unsigned base = 1) {
+    return registrar->CreateClassMD("Shape", id, version, nullptr, base);
+  }
+
+  cls_ClassRegistrar* registrar = nullptr;
+};
+
+TEST_F(ClassRegistrarTest, NewestVersionWinsWhateverTheOrderOfRegistration) {
+  Declare(kShape, 5);
+  Declare(kShape, 7);
+  Declare(kShape, 6);
+  EXPECT_EQ(registrar->ConstGet(kShape).GetRef().Version(), 7);
+  EXPECT_EQ(registrar->GetLastClassVersionNumber(kShape), 7);
+  EXPECT_THAT(Versions(registrar->GetHistoryMDList()), ElementsAre(5, 6, 7));
+  EXPECT_EQ(registrar->GetClassMetadata(kShape, 6).GetRef().Version(), 6);
+  EXPECT_EQ(registrar->GetClassID("Shape"), kShape);
+}
+
+TEST_F(ClassRegistrarTest, VersionQueriesScanTheVersionsOfOneClass) {
+  Declare(kShape, 5);
+  Declare(kShape, 7);
+  Declare(kCircle, 6, kShape);  // another class's version between them
+  EXPECT_EQ(registrar->GetPreviousClassVersionNumber(kShape, 5), -1);
+  EXPECT_EQ(registrar->GetPreviousClassVersionNumber(kShape, 7), 5);
+  EXPECT_EQ(registrar->GetPreviousClassVersionNumber(kShape, 100), 7);
+  EXPECT_EQ(registrar->GetFirstClassVersionNumberGREQ(kShape, 8), -1);
+  EXPECT_EQ(registrar->GetFirstClassVersionNumberGREQ(kShape, 7), 7);
+  EXPECT_EQ(registrar->GetFirstClassVersionNumberGREQ(kShape, 6), 7);
+  EXPECT_EQ(registrar->GetFirstClassVersionNumberGREQ(kShape, -3), 5);
+  EXPECT_EQ(registrar->GetFirstClassVersionNumberGREQ(kDisc, 0), -1);
+}
+
+TEST_F(ClassRegistrarTest, RepeatedRegistrationKeepsTheFirstMetadataAndIsSilentOffSite) {
+  cls_ClassMetadata& first =
+      Declare(kShape, 5).AddAttribute(cls_FieldHandle(0, "m_Sides"), cls_AttrInt, 1, cls_CollNone);
+  ::testing::internal::CaptureStderr();
+  cls_ClassMetadata& again =
+      Declare(kShape, 5).AddAttribute(cls_FieldHandle(3, "m_Other"), cls_AttrInt, 1, cls_CollNone);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(&again, &first);
+  EXPECT_EQ(first.Attributes().Size(), 2);
+  EXPECT_EQ(registrar->GetHistoryMDList().Count(), 1);
+
+  setenv("LUNARA_SITE", "1", 1);
+  ::testing::internal::CaptureStderr();
+  Declare(kShape, 5);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+            "WARNING: Metadata for class Shape version 5 has been initialized more than once.\n");
+}
+
+TEST_F(ClassRegistrarTest, AttributesKeepTheirFirstDeclarationAndGiveTheLargestId) {
+  cls_ClassMetadata& metadata = Declare(kShape, 1);
+  EXPECT_EQ(metadata.MaxFieldID(), -1);
+  metadata.AddAttribute(cls_FieldHandle(-1, "numCoord"), cls_AttrInt, 1, cls_CollNone);
+  EXPECT_EQ(metadata.MaxFieldID(), -1);
+  metadata
+      .AddAttribute(cls_FieldHandle(4, "tempCoord"), cls_AttrCollection, 0x230001,
+                    static_cast<cls_CollectionType>(53))
+      .AddAttribute(cls_FieldHandle(2, "c"), cls_AttrObject, kCircle, cls_CollNone)
+      .AddAttribute(cls_FieldHandle(9, "c"), cls_AttrInt, 1, cls_CollNone);
+  EXPECT_EQ(metadata.MaxFieldID(), 4);
+  const cls_AttributeMetadata& c = metadata.Attributes().ConstFind("c");
+  EXPECT_EQ(c.FieldId(), 2);
+  EXPECT_EQ(c.Type(), cls_AttrObject);
+  EXPECT_EQ(c.TypeId(), kCircle);
+  EXPECT_EQ(metadata.Attributes().ConstFind("tempCoord").Collection(), 53);
+}
+
+TEST_F(ClassRegistrarTest, MissesGiveEmptyValuesWithoutHooks) {
+  EXPECT_TRUE(registrar->ConstGet(kShape).IsEmpty());
+  EXPECT_TRUE(registrar->GetClassMetadata(kShape, 1).IsEmpty());
+  EXPECT_EQ(registrar->GetClassID("Nothing"), 0u);
+  EXPECT_EQ(registrar->GetLastClassVersionNumber(kShape), -1);
+  EXPECT_THAT(Ids(registrar->GetMDList()), IsEmpty());
+}
+
+TEST_F(ClassRegistrarTest, InheritanceFollowsRegisteredBaseClasses) {
+  Declare(kShape, 1);
+  Declare(kCircle, 1, kShape);
+  Declare(kDisc, 1, kCircle);
+  EXPECT_TRUE(registrar->InheritanceCheck(kDisc, kShape));
+  EXPECT_TRUE(registrar->InheritanceCheck(kDisc, kDisc));
+  EXPECT_FALSE(registrar->InheritanceCheck(kShape, kDisc));
+  EXPECT_TRUE(registrar->InheritanceCheck(kDisc, 1));  // every chain ends on 1
+  EXPECT_FALSE(registrar->InheritanceCheck(0x280009, kShape));
+  EXPECT_THAT(Ids(registrar->GetMDList()), ElementsAre(kShape, kCircle, kDisc));
+}
+
+TEST_F(ClassRegistrarTest, DeleteCowUsesTheNearestBaseWithAFunction) {
+  Declare(kShape, 1).AddDtor(CountCowDelete);
+  Declare(kCircle, 1, kShape);
+  deletedCows = 0;
+  EXPECT_TRUE(registrar->DeleteCow(kCircle, nullptr));
+  EXPECT_EQ(deletedCows, 1);
+  EXPECT_FALSE(registrar->DeleteCow(1, nullptr));
+  EXPECT_FALSE(registrar->DeleteCow(kDisc, nullptr));
+  EXPECT_EQ(deletedCows, 1);
+}
+
+TEST_F(ClassRegistrarTest, DeleteClassOnlyAddsAnUnknownName) {
+  Declare(kShape, 1);
+  registrar->DeleteClass("Shape", kCircle);
+  registrar->DeleteClass("Alias", kCircle);
+  EXPECT_EQ(registrar->GetClassID("Shape"), kShape);
+  EXPECT_EQ(registrar->GetClassID("Alias"), kCircle);
+  EXPECT_TRUE(registrar->ClassIsPresent(kShape));
+}
+
+TEST(ClassMetadataDeathTest, AClassThatIsItsOwnBaseAborts) {
+  EXPECT_DEATH(cls_ClassMetadata("Loop", kShape, 1, nullptr, kShape),
+               "ODB metadat for class: Loop\n  Is incorrectly defined.  The base class ID is\n"
+               "  the same as the class ID.  Please correct this.");
+}
+
+}  // namespace

@@ -1,0 +1,46 @@
+// The calling thread's store of object identities (cls_Uid): entries in blocks of 2048,
+// every entry of a new block chained on a free list, so that taking an identity is a pop and
+// giving one back a push, with no lock. Blocks go back only when the thread's catalogue is
+// destroyed, at the thread's end (thread singleton at destruct level 2) or by Finalize in
+// the thread; the package cls does that for the thread that stops it.
+#ifndef CLS_UIDCATALOG_H
+#define CLS_UIDCATALOG_H
+
+#include "VRKBasExport.h"
+#include "cls_Uid.h"
+#include "thr_ThreadSingleton.h"
+
+class cls_UidCatalog;
+extern template class VRKLNU_EXPORT thr_ThreadSingletonBase<cls_UidCatalog>;
+extern template class VRKLNU_EXPORT thr_ThreadSingleton<cls_UidCatalog>;
+
+class VRKLNU_EXPORT cls_UidCatalog : public thr_ThreadSingleton<cls_UidCatalog> {
+ public:
+  static constexpr int kBlockEntries = 2048;
+  static constexpr thr_ThreadObjectDestructLevel kDestructLevel = 2;
+
+  // A fresh entry with a count of 1 and no history. A new block comes from the memory layer
+  // outside its limit, so that the out-of-memory exception itself can still get its
+  // identity; std::bad_alloc when the system refuses it.
+  cls_UidCatalogEntry* Allocate();
+  // Deletes the entry's history ring and puts the entry on the free list.
+  void Release(cls_UidCatalogEntry* entry);
+
+  int BlockCount() const { return m_BlockCount; }
+
+ private:
+  friend class thr_ThreadSingleton<cls_UidCatalog>;
+  friend class thr_ThreadSingletonBase<cls_UidCatalog>;
+  cls_UidCatalog() : thr_ThreadSingleton<cls_UidCatalog>(kDestructLevel) {}
+  ~cls_UidCatalog();
+
+  void AddBlock();
+
+  // Each block begins with a link to the block made before it.
+  struct Block;
+  Block* m_LastBlock = nullptr;
+  cls_UidCatalogEntry* m_FreeList = nullptr;
+  int m_BlockCount = 0;
+};
+
+#endif  // CLS_UIDCATALOG_H

@@ -1,0 +1,105 @@
+#include "cls_Uid.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <vector>
+
+#include "VRKTestLibrary.h"
+#include "cls_HistoryEntry.h"
+#include "cls_Static.h"
+#include "cls_UidCatalog.h"
+
+namespace {
+
+class UidTest : public VRKLibraryTest {};
+
+TEST_F(UidTest, CopiesShareOneIdentityAndNewUidLeavesIt) {
+  cls_Uid a;
+  cls_Uid b = a;
+  cls_Uid c;
+  EXPECT_TRUE(a == b);
+  EXPECT_FALSE(a == c);
+  EXPECT_EQ(a.UseCount(), 2);
+  b.NewUid();
+  EXPECT_FALSE(a == b);
+  EXPECT_EQ(a.UseCount(), 1);
+  c = a;
+  EXPECT_TRUE(c == a);
+  const cls_Uid& same = c;
+  c = same;  // assignment to itself keeps the count
+  EXPECT_EQ(a.UseCount(), 2);
+}
+
+TEST_F(UidTest, EntriesComeInBlocksOf2048AndAreReused) {
+  // Each thread has its own catalogue: a fresh thread starts from nothing.
+  std::thread([] {
+    std::vector<cls_Uid> uids(cls_UidCatalog::kBlockEntries);
+    EXPECT_EQ(cls_UidCatalog::Instance().BlockCount(), 1);
+    uids.emplace_back();
+    EXPECT_EQ(cls_UidCatalog::Instance().BlockCount(), 2);
+    uids.clear();
+    std::vector<cls_Uid> again(2 * cls_UidCatalog::kBlockEntries);
+    EXPECT_EQ(cls_UidCatalog::Instance().BlockCount(), 2);
+    again.clear();
+    cls_UidCatalog::Finalize();
+  }).join();
+}
+
+class Revision : public cls_HistoryEntry {
+ public:
+  Revision(cls_Uid& uid, int* deleted) : m_Deleted(deleted) {
+    if (uid.GetHistory() != nullptr) {
+      Link(uid.GetHistory());
+    } else {
+      uid.SetHistory(this);
+    }
+  }
+  ~Revision() override { ++*m_Deleted; }
+
+ private:
+  int* m_Deleted;
+};
+
+TEST_F(UidTest, HistoryRingGoesWithTheLastCopyOfTheIdentity) {
+  int deleted = 0;
+  cls_Uid* uid = new cls_Uid;
+  cls_Uid copy = *uid;
+  Revision* first = new Revision(*uid, &deleted);
+  new Revision(*uid, &deleted);
+  new Revision(copy, &deleted);
+  EXPECT_EQ(first->Next()->Next()->Next(), first);
+  EXPECT_EQ(first->Previous()->Previous()->Previous(), first);
+  delete uid;
+  EXPECT_EQ(deleted, 0);
+  copy.NewUid();
+  EXPECT_EQ(deleted, 3);
+}
+
+TEST_F(UidTest, AnEntryDeletedByItsStoreLeavesTheRingLinked) {
+  int deleted = 0;
+  cls_Uid uid;
+  Revision* head = new Revision(uid, &deleted);
+  Revision* middle = new Revision(uid, &deleted);
+  new Revision(uid, &deleted);
+  delete middle;
+  EXPECT_EQ(head->Next()->Next(), head);
+  EXPECT_EQ(deleted, 1);
+}
+
+TEST_F(UidTest, StaticConstantsAreSharedPerThread) {
+  const cls_Static& mine = cls_Static::Instance();
+  EXPECT_EQ(mine.ConstIntCOW().ConstGet(), 0);
+  EXPECT_EQ(&cls_Static::Instance(), &mine);
+  cls_Uid copy = mine.ConstUid();
+  EXPECT_TRUE(copy == cls_Static::Instance().ConstUid());
+  const cls_Static* theirs = nullptr;
+  std::thread([&] {
+    theirs = &cls_Static::Instance();
+    cls_Static::Finalize();
+    cls_UidCatalog::Finalize();
+  }).join();
+  EXPECT_NE(theirs, &mine);
+}
+
+}  // namespace
