@@ -61,9 +61,7 @@ TEST_F(MetadataRegistrarTest, MaskBitsChooseTheSetsAndWhatIsRemembered) {
 TEST_F(MetadataRegistrarTest, StartDeclaresBothStringClassesInTheWorkingSet) {
   const cls_ClassRegistrar& working = registrar.GetWorkingSet();
   const cls_ClassMetadata& plain = working.ConstGet(0x1A0001).GetRef();
-  EXPECT_EQ(plain.Name(), "cow_String");
   EXPECT_EQ(plain.Version(), 800);
-  EXPECT_EQ(plain.BaseClassId(), 1u);
   EXPECT_EQ(working.GetClassID("atr_String"), 0x1A0007u);
   EXPECT_FALSE(registrar.GetStoredSet().ClassIsPresent(0x1A0001));
 

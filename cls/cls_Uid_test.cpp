@@ -31,9 +31,12 @@ TEST_F(UidTest, CopiesShareOneIdentityAndNewUidLeavesIt) {
   EXPECT_EQ(a.UseCount(), 2);
 }
 
-TEST_F(UidTest, EntriesComeInBlocksOf2048AndAreReused) {
-  // Each thread has its own catalogue: a fresh thread starts from nothing.
-  std::thread([] {
+TEST_F(UidTest, EachThreadHasItsCatalogueInBlocksOf2048AndItsConstants) {
+  const cls_Static& mine = cls_Static::Instance();
+  EXPECT_EQ(&cls_Static::Instance(), &mine);
+  const cls_Static* theirs = nullptr;
+  // A fresh thread's catalogue starts from nothing.
+  std::thread([&] {
     std::vector<cls_Uid> uids(cls_UidCatalog::kBlockEntries);
     EXPECT_EQ(cls_UidCatalog::Instance().BlockCount(), 1);
     uids.emplace_back();
@@ -42,8 +45,11 @@ TEST_F(UidTest, EntriesComeInBlocksOf2048AndAreReused) {
     std::vector<cls_Uid> again(2 * cls_UidCatalog::kBlockEntries);
     EXPECT_EQ(cls_UidCatalog::Instance().BlockCount(), 2);
     again.clear();
+    theirs = &cls_Static::Instance();
+    cls_Static::Finalize();
     cls_UidCatalog::Finalize();
   }).join();
+  EXPECT_NE(theirs, &mine);
 }
 
 class Revision : public cls_HistoryEntry {
@@ -61,45 +67,23 @@ class Revision : public cls_HistoryEntry {
   int* m_Deleted;
 };
 
-TEST_F(UidTest, HistoryRingGoesWithTheLastCopyOfTheIdentity) {
+TEST_F(UidTest, HistoryRingGoesWithTheLastCopyOfTheIdentityAndSurvivesLosingAnEntry) {
   int deleted = 0;
   cls_Uid* uid = new cls_Uid;
   cls_Uid copy = *uid;
   Revision* first = new Revision(*uid, &deleted);
-  new Revision(*uid, &deleted);
+  Revision* middle = new Revision(*uid, &deleted);
   new Revision(copy, &deleted);
   EXPECT_EQ(first->Next()->Next()->Next(), first);
   EXPECT_EQ(first->Previous()->Previous()->Previous(), first);
+  delete middle;  // as its store does: the ring closes over the gap
+  EXPECT_EQ(first->Next()->Next(), first);
+  EXPECT_EQ(first->Previous()->Previous(), first);
+  EXPECT_EQ(deleted, 1);
   delete uid;
-  EXPECT_EQ(deleted, 0);
+  EXPECT_EQ(deleted, 1);
   copy.NewUid();
   EXPECT_EQ(deleted, 3);
-}
-
-TEST_F(UidTest, AnEntryDeletedByItsStoreLeavesTheRingLinked) {
-  int deleted = 0;
-  cls_Uid uid;
-  Revision* head = new Revision(uid, &deleted);
-  Revision* middle = new Revision(uid, &deleted);
-  new Revision(uid, &deleted);
-  delete middle;
-  EXPECT_EQ(head->Next()->Next(), head);
-  EXPECT_EQ(deleted, 1);
-}
-
-TEST_F(UidTest, StaticConstantsAreSharedPerThread) {
-  const cls_Static& mine = cls_Static::Instance();
-  EXPECT_EQ(mine.ConstIntCOW().ConstGet(), 0);
-  EXPECT_EQ(&cls_Static::Instance(), &mine);
-  cls_Uid copy = mine.ConstUid();
-  EXPECT_TRUE(copy == cls_Static::Instance().ConstUid());
-  const cls_Static* theirs = nullptr;
-  std::thread([&] {
-    theirs = &cls_Static::Instance();
-    cls_Static::Finalize();
-    cls_UidCatalog::Finalize();
-  }).join();
-  EXPECT_NE(theirs, &mine);
 }
 
 }  // namespace

@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <memory>
-
 #include "VRKTestLibrary.h"
 #include "VRKTestMemento.h"
 #include "atr_translate.h"
@@ -45,45 +43,23 @@ class Square : public Shape {
         m_Uid(visitor.GetUid()) {}
   void DBWrite(const cls_WriteVisitor& visitor) const {
     if (!visitor.StartWrite(TypeId(), m_Uid)) return;
-    {
-      cls_WriteVisitor base(visitor, Shape::TypeId());
-      Shape::DBWrite(base);
-    }
+    Shape::DBWrite(cls_WriteVisitor(visitor, Shape::TypeId()));
     visitor.Write(cls_FieldHandle(0, "m_Side"), m_Side);
   }
   double m_Side = 2.0;
   cls_Uid m_Uid;
 };
 
-class WriteVisitorTest : public VRKLibraryTest {
- protected:
-  // The store holds identities, which go before the library stops.
-  void TearDown() override {
-    owned.reset();
-    VRKLibraryTest::TearDown();
-  }
-
-  // Writes the square in field "sq" of the store's root record.
-  void WriteSquare(const Square& square) {
-    cls_WriteVisitor root(store.NewWriter());
-    cls_WriteVisitor field(root, cls_FieldHandle(0, "sq"), nullptr, &square);
-    square.DBWrite(field);
-  }
-  std::unique_ptr<VRKTestStore> owned{new VRKTestStore};
-  VRKTestStore& store = *owned;
-};
+using WriteVisitorTest = VRKStoreTest;
 
 TEST_F(WriteVisitorTest, AnObjectGoesOutBaseFirstThroughNestedAndBaseMementos) {
   Square square;
-  WriteSquare(square);
+  store.WriteField("sq", square);
   EXPECT_THAT(
       store.Take(),
       ElementsAre("root: MakeWriteObjWithPtr sq 280002#1", "280002#1: MakeBaseWriteObj 280001#2",
                   "280001#2: Write(string) m_Name=shape", "280002#1: Write(double) m_Side=2"));
-
-  cls_ReadVisitor root(store.NewReader());
-  cls_ReadVisitor field(root, cls_FieldHandle(0, "sq"));
-  Square rebuilt(field);
+  const Square rebuilt = store.ReadField<Square>("sq");
   EXPECT_EQ(rebuilt.m_Name, "shape");
   EXPECT_EQ(rebuilt.m_Side, 2.0);
   EXPECT_TRUE(rebuilt.m_Uid == square.m_Uid);
@@ -92,22 +68,28 @@ TEST_F(WriteVisitorTest, AnObjectGoesOutBaseFirstThroughNestedAndBaseMementos) {
 
 TEST_F(WriteVisitorTest, AnIdentityWrittenAlreadyOrADeclinedClassWritesNothing) {
   Square square;
-  WriteSquare(square);
+  store.WriteField("sq", square);
   store.Take();
-  WriteSquare(square);
+  store.WriteField("sq", square);
   EXPECT_THAT(store.Take(), ElementsAre("root: MakeWriteObjWithPtr sq 280002#1 declined"));
 
   store.Decline(Shape::TypeId());
-  Square other;
-  WriteSquare(other);
+  store.WriteField("sq", Square());
   // The base part is declined; the object's own fields still go out.
   EXPECT_THAT(store.Take(), ElementsAre("root: MakeWriteObjWithPtr sq 280002#3",
                                         "280002#3: MakeBaseWriteObj 280001#4 declined",
                                         "280002#3: Write(double) m_Side=2"));
 }
 
-TEST_F(WriteVisitorTest, StartWriteAsksTheStoreOnceAndASharedValueGoesThroughMakeWriteObj) {
+TEST_F(WriteVisitorTest, StartWriteAsksOnceSharedValuesUseMakeWriteObjTagsGoUpForNamedFields) {
   cls_WriteVisitor root(store.NewWriter());
+  root.CheckCollectionType(static_cast<cls_CollectionType>(53));
+  cls_WriteVisitor unnamed(root, cls_FieldHandle(), nullptr, nullptr);
+  unnamed.CheckCollectionType(static_cast<cls_CollectionType>(53));
+  cls_WriteVisitor named(root, cls_FieldHandle(-1, "tempCoord"), nullptr, nullptr);
+  named.CheckCollectionType(static_cast<cls_CollectionType>(53));
+  EXPECT_THAT(store.Take(), ElementsAre("root: CheckCollectionType 53 tempCoord"));
+
   cow_COW<int, cow_Direct<int>> value(7);
   cls_Uid uid;
   cls_WriteVisitor field(root, cls_FieldHandle(1, "v"), &value, nullptr);
@@ -118,16 +100,6 @@ TEST_F(WriteVisitorTest, StartWriteAsksTheStoreOnceAndASharedValueGoesThroughMak
   EXPECT_THAT(store.Take(),
               ElementsAre("root: MakeWriteObj v 280003#1", "280003#1: StartSharedPtrOutput",
                           "280003#1: FieldIsPresent x"));
-}
-
-TEST_F(WriteVisitorTest, CollectionTagsGoToTheParentOnlyForNamedFields) {
-  cls_WriteVisitor root(store.NewWriter());
-  root.CheckCollectionType(static_cast<cls_CollectionType>(53));
-  cls_WriteVisitor unnamed(root, cls_FieldHandle(), nullptr, nullptr);
-  unnamed.CheckCollectionType(static_cast<cls_CollectionType>(53));
-  cls_WriteVisitor named(root, cls_FieldHandle(-1, "tempCoord"), nullptr, nullptr);
-  named.CheckCollectionType(static_cast<cls_CollectionType>(53));
-  EXPECT_THAT(store.Take(), ElementsAre("root: CheckCollectionType 53 tempCoord"));
 }
 
 TEST_F(WriteVisitorTest, VisitorsWithoutAMementoAnswerEmpty) {
@@ -142,9 +114,7 @@ TEST_F(WriteVisitorTest, VisitorsWithoutAMementoAnswerEmpty) {
   EXPECT_EQ(nothing.FieldIsPresent(cls_FieldHandle(0, "x")), 0);
   EXPECT_EQ(nothing.DataIsPresent(cls_FieldHandle(0, "x")), 0);
   EXPECT_EQ(nothing.Read(cls_FieldHandle(0, "x"), 42), 42);
-  cls_Uid fresh = nothing.GetUid();
-  EXPECT_FALSE(fresh == uid);
-  EXPECT_EQ(fresh.UseCount(), 1);
+  EXPECT_FALSE(nothing.GetUid() == uid);
 }
 
 // A request for the next element of a collection, which the store's root memento serves.
@@ -176,26 +146,12 @@ TEST_F(WriteVisitorTest, ARequestStandsInForTheParent) {
                                         "280001#1: Write(string) m_Name=shape"));
 }
 
-TEST_F(WriteVisitorTest, UserTextGoesThroughTheStringSlotAndComesBackAsText) {
-  {
-    cls_WriteVisitor root(store.NewWriter());
-    root.Write(cls_FieldHandle(0, "title"), atr_translate("Result").Result());
-    root.Write(cls_FieldHandle(1, "count"), 3u);
-  }
-  EXPECT_THAT(store.Take(),
-              ElementsAre("root: Write(string) title=Result", "root: Write(unsigned) count=3"));
-  cls_ReadVisitor root(store.NewReader());
-  EXPECT_EQ(root.Read(cls_FieldHandle(0, "title"), atr_String()), "Result");
-  // The text form hands the store an empty default: an absent field reads empty.
-  EXPECT_EQ(root.Read(cls_FieldHandle(0, "missing"), atr_translate("x").Result()), "");
-  EXPECT_EQ(root.Read(cls_FieldHandle(0, "missing"), cow_String("x")), "x");
-}
-
-TEST_F(WriteVisitorTest, StringValuesRoundTripAsOneFieldRecords) {
+TEST_F(WriteVisitorTest, StringsAndStringValuesRoundTrip) {
   cls_xpString plain(cow_String("beam"));
   cls_xpTrString text(atr_translate("Load").Result());
   {
     cls_WriteVisitor root(store.NewWriter());
+    root.Write(cls_FieldHandle(0, "title"), atr_translate("Result").Result());  // user text
     cls_WriteVisitor plainField(root, cls_FieldHandle(0, "plain"), nullptr, &plain);
     plainField.StartWrite(cls_xpString::TypeId(), plain.Uid());
     plain.DBWrite(plainField);
@@ -203,21 +159,25 @@ TEST_F(WriteVisitorTest, StringValuesRoundTripAsOneFieldRecords) {
     textField.StartWrite(cls_xpTrString::TypeId(), text.Uid());
     text.DBWrite(textField);
   }
-  EXPECT_THAT(store.Take(), ElementsAre("root: MakeWriteObjWithPtr plain 1a0001#1",
-                                        "1a0001#1: Write(string) STRING=beam",
-                                        "root: MakeWriteObjWithPtr text 1a0007#2",
-                                        "1a0007#2: Write(string) TRSTRING=Load"));
-  cls_ReadVisitor root(store.NewReader());
-  cls_xpString plainBack{cls_ReadVisitor(root, cls_FieldHandle(0, "plain"))};
-  cls_xpTrString textBack{cls_ReadVisitor(root, cls_FieldHandle(1, "text"))};
+  EXPECT_THAT(
+      store.Take(),
+      ElementsAre("root: Write(string) title=Result", "root: MakeWriteObjWithPtr plain 1a0001#1",
+                  "1a0001#1: Write(string) STRING=beam", "root: MakeWriteObjWithPtr text 1a0007#2",
+                  "1a0007#2: Write(string) TRSTRING=Load"));
+  const cls_xpString plainBack = store.ReadField<cls_xpString>("plain");
+  const cls_xpTrString textBack = store.ReadField<cls_xpTrString>("text");
   EXPECT_EQ(plainBack, "beam");
   EXPECT_EQ(textBack, "Load");
   EXPECT_TRUE(plainBack.Uid() == plain.Uid());
-  EXPECT_EQ(textBack.DynTypeId(), 0x1A0007u);
   // The identity is taken before the field.
   EXPECT_THAT(store.Take(),
               ElementsAre("root: MakeReadObj plain", "1a0001#1: GetUid", "1a0001#1: Read STRING",
                           "root: MakeReadObj text", "1a0007#2: GetUid", "1a0007#2: Read TRSTRING"));
+  cls_ReadVisitor root(store.NewReader());
+  EXPECT_EQ(root.Read(cls_FieldHandle(0, "title"), atr_String()), "Result");
+  // The text form hands the store an empty default: an absent field reads empty.
+  EXPECT_EQ(root.Read(cls_FieldHandle(0, "missing"), atr_translate("x").Result()), "");
+  EXPECT_EQ(root.Read(cls_FieldHandle(0, "missing"), cow_String("x")), "x");
 }
 
 class CountedBlob : public cls_AgentBlob {
@@ -235,8 +195,7 @@ TEST_F(WriteVisitorTest, BlobsGetTheirAgentFromANestedRecordOfTheBlobClass) {
   store.SetBlobAgent(new CountedBlob(&deleted));
   {
     cls_WriteVisitor root(store.NewWriter());
-    cls_BlobWriter blob(root, cls_FieldHandle(-1, "image"), uid);
-    EXPECT_NE(blob.Agent(), nullptr);
+    cls_BlobWriter(root, cls_FieldHandle(-1, "image"), uid);  // takes the agent, deletes it
   }
   EXPECT_EQ(deleted, 1);
   EXPECT_THAT(store.Take(),
@@ -244,18 +203,12 @@ TEST_F(WriteVisitorTest, BlobsGetTheirAgentFromANestedRecordOfTheBlobClass) {
 
   store.SetBlobAgent(new CountedBlob(&deleted));
   cls_Uid read;
-  {
-    cls_ReadVisitor root(store.NewReader());
-    cls_BlobReader blob(root, cls_FieldHandle(-1, "image"), read);
-    EXPECT_NE(blob.Agent(), nullptr);
-  }
+  cls_ReadVisitor root(store.NewReader());
+  cls_BlobReader(root, cls_FieldHandle(-1, "image"), read);
   EXPECT_EQ(deleted, 2);
   EXPECT_TRUE(read == uid);
-
-  cls_Uid untouched = read;
-  cls_ReadVisitor root(store.NewReader());
-  cls_BlobReader missing(root, cls_FieldHandle(-1, "nothing"), read);
-  EXPECT_EQ(missing.Agent(), nullptr);
+  const cls_Uid untouched = read;
+  EXPECT_EQ(cls_BlobReader(root, cls_FieldHandle(-1, "nothing"), read).Agent(), nullptr);
   EXPECT_TRUE(read == untouched);
 }
 

@@ -2,40 +2,42 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
+#include "VRKBasExceptionModel.h"
 #include "VRKLnuLifecycle.h"
 #include "VRKTestLibrary.h"
 #include "cls_MetadataRegistrar.h"
 #include "mem_Alloc.h"
+#include "nex_OutOfMemoryException.h"
 #include "nex_TextException.h"
+#include "omi_FatalError.h"
 
 namespace {
 
-// Starts the library, checks what the package put in place, and stops it.
-void CheckOneRun() {
-  int tally = 0;
-  VRKLnuBasicUtils_initialize(tally);
-  const cls_ClassRegistrar& classes = cls_MetadataRegistrar::Instance().GetWorkingSet();
-  EXPECT_EQ(classes.GetMDList().Count(), 11);  // nine exceptions and two string classes
-  EXPECT_THROW(classes.ConstGet(0x1F00AA), nex_TextException);
-  VRKLnuBasicUtils_finalize(tally);
-  EXPECT_EQ(tally, 0);
-}
-
-TEST(NexLifecycle, ARestartRebuildsEverythingAndAStopGivesItAllBack) {
+TEST(NexLifecycle, ARestartRebuildsEverythingAndAStopTakesItAllAway) {
   int tally = 0;
   // The first start leaves what the thread package never withdraws.
   VRKLnuBasicUtils_initialize(tally);
   VRKLnuBasicUtils_finalize(tally);
   const unsigned long footprint = mem_Footprint();
-  CheckOneRun();
-  CheckOneRun();
+  for (int run = 0; run < 2; ++run) {
+    VRKLnuBasicUtils_initialize(tally);
+    const cls_ClassRegistrar& classes = cls_MetadataRegistrar::Instance().GetWorkingSet();
+    EXPECT_EQ(classes.GetMDList().Count(), 11);  // nine exceptions and two string classes
+    EXPECT_THROW(classes.ConstGet(0x1F00AA), nex_TextException);
+    VRKLnuBasicUtils_finalize(tally);
+  }
+  EXPECT_EQ(tally, 0);
   EXPECT_EQ(mem_Footprint(), footprint);
-}
 
-TEST(NexLifecycle, MissesAreQuietWhilePackageNexIsDown) {
-  cls_ClassRegistrar classes;
-  EXPECT_TRUE(classes.ConstGet(0x1F00AA).IsEmpty());
-  EXPECT_FALSE(nex_assertFormalize());
+  // Down, the package leaves no messages, no exception factory and no allocation handler.
+  EXPECT_EQ(nex_OutOfMemoryException::GetOutOfMemoryMsgGeneric(), nullptr);
+  EXPECT_TRUE(cls_ClassRegistrar().ConstGet(0x1F00AA).IsEmpty());
+  EXPECT_THROW(VRKBasExceptionModel::RaiseExecError(1), omi_FatalError);
+  mem_Mallopt(-5, mem_Footprint() + 16);
+  EXPECT_THROW(mem_OperatorNewThrow(1024), std::bad_alloc);
+  mem_Mallopt(-5, 0);
 }
 
 }  // namespace

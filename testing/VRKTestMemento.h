@@ -3,13 +3,8 @@
 // DBWrite and rebuild objects from the records through their read constructors.
 //
 //   VRKTestStore store;
-//   {
-//     cls_WriteVisitor root(store.NewWriter());
-//     cls_WriteVisitor field(root, cls_FieldHandle(0, "e"), nullptr, &error);
-//     error.DBWrite(field);
-//   }
-//   cls_ReadVisitor root(store.NewReader());
-//   cls_ReadVisitor field(root, cls_FieldHandle(0, "e"));
+//   store.WriteField("e", error);    // error.DBWrite in field "e" of the root record
+//   auto back = store.ReadField<nex_TextException>("e");
 //
 // Log lines read "<record>: <call>", a record being "<class id in hex>#<identity number>"
 // ("root" for the root record). Identities are numbered from 1 in the order the store first
@@ -25,9 +20,12 @@
 #include <string>
 #include <vector>
 
+#include "VRKTestLibrary.h"
 #include "cls_MementoRead.h"
 #include "cls_MementoWrite.h"
+#include "cls_ReadVisitor.h"
 #include "cls_Uid.h"
+#include "cls_WriteVisitor.h"
 
 class cls_AgentBlob;
 
@@ -63,6 +61,19 @@ class VRKTestStore {
   const std::vector<std::string>& Calls() const { return m_Calls; }
   // The calls logged since the last Take, which it clears.
   std::vector<std::string> Take();
+  // Writes `object` through its DBWrite in field `name` of the root record.
+  template <class T>
+  void WriteField(const char* name, const T& object) {
+    cls_WriteVisitor root(NewWriter());
+    cls_WriteVisitor field(root, cls_FieldHandle(0, name), nullptr, &object);
+    object.DBWrite(field);
+  }
+  // A T rebuilt through its read constructor from field `name` of the root record.
+  template <class T>
+  T ReadField(const char* name) {
+    cls_ReadVisitor root(NewReader());
+    return T(cls_ReadVisitor(root, cls_FieldHandle(0, name)));
+  }
   // The number of the identity, given at first sight.
   int Number(const cls_Uid& uid);
   // The identity of a number the store has given.
@@ -208,6 +219,22 @@ class VRKTestMementoRead : public cls_MementoRead {
 
   VRKTestStore& m_Store;
   const VRKTestRecord& m_Record;
+};
+
+// A fixture with the library up and a store, which goes before the library stops (it holds
+// identities).
+class VRKStoreTest : public VRKLibraryTest {
+ protected:
+  void TearDown() override {
+    m_Owned.reset();
+    VRKLibraryTest::TearDown();
+  }
+
+ private:
+  std::unique_ptr<VRKTestStore> m_Owned{new VRKTestStore};
+
+ protected:
+  VRKTestStore& store = *m_Owned;
 };
 
 // The text under which the store keeps a value.

@@ -9,66 +9,45 @@
 namespace {
 
 // Each test checks that the catenator gives back all its memory, the stream's included.
-class CatenatorTest : public VRKFootprintTest {
- protected:
-  void SetUp() override {
-    VRKFootprintTest::SetUp();
-    m_Catenator = new utl_Catenator;
-  }
-  void TearDown() override {
-    delete m_Catenator;
-    VRKFootprintTest::TearDown();
-  }
+using CatenatorTest = VRKFootprintTest;
 
+// A catenator and the text it should hold.
+struct Catenated {
   // Adds `n` bytes counting up from the text's present length.
   void Add(int n) {
     std::string piece;
     for (int i = 0; i < n; ++i)
-      piece += static_cast<char>('a' + (m_Expected.size() + i) % 26);
-    m_Catenator->Cat(piece.data(), n);
-    m_Expected += piece;
+      piece += static_cast<char>('a' + (expected.size() + i) % 26);
+    cat.Cat(piece.data(), n);
+    expected += piece;
   }
+  std::string Text() { return cat.GetString().c_str(); }
 
-  utl_Catenator* m_Catenator = nullptr;
-  std::string m_Expected;
+  utl_Catenator cat;
+  std::string expected;
 };
 
-TEST_F(CatenatorTest, UpTo991BytesStayInTheSharedString) {
-  Add(500);
-  Add(491);
-  const cow_String first = m_Catenator->GetString();
-  const cow_String second = m_Catenator->GetString();
-  EXPECT_EQ(std::string(first.c_str()), m_Expected);
-  EXPECT_EQ(first.c_str(), second.c_str());  // shared, not handed over
-}
-
-TEST_F(CatenatorTest, At992BytesTheTextMovesToTheStream) {
-  Add(991);
-  Add(1);
-  Add(3000);
-  const cow_String text = m_Catenator->GetString();
-  EXPECT_EQ(std::string(text.c_str()), m_Expected);
-  EXPECT_EQ(m_Catenator->GetString(), "");  // the stream handed its text over
-  m_Catenator->Cat("more", 4);
-  EXPECT_EQ(m_Catenator->GetString(), "more");
+TEST_F(CatenatorTest, At992BytesTheTextMovesToTheStreamWhichHandsItOver) {
+  Catenated c;
+  c.Add(991);
+  EXPECT_EQ(c.cat.GetString().c_str(), c.cat.GetString().c_str());  // shared
+  c.Add(1);
+  EXPECT_EQ(c.Text(), c.expected);
+  EXPECT_EQ(c.Text(), "");  // the stream handed its text over
+  c.Add(3000);
+  c.cat.Erase().Cat("after", 5);  // the stream stays
+  EXPECT_EQ(c.Text(), "after");
+  EXPECT_EQ(c.Text(), "");
 }
 
 TEST_F(CatenatorTest, ShortTextsAreCopiedToTheirOwnSize) {
-  m_Catenator->Cat("short", 5).Cat("", 0).Cat("x", -1);
-  const cow_String first = m_Catenator->GetString();
-  m_Catenator->Cat(" text", 5);
+  Catenated c;
+  c.cat.Cat("abc", 3).Erase().Cat("short", 5).Cat("", 0).Cat("x", -1);
+  const cow_String first = c.cat.GetString();
+  c.cat.Cat(" text", 5);
   EXPECT_EQ(first, "short");
-  EXPECT_EQ(m_Catenator->GetString(), "short text");
-  EXPECT_NE(m_Catenator->GetString().c_str(), m_Catenator->GetString().c_str());
-}
-
-TEST_F(CatenatorTest, EraseEmptiesEitherWayAndKeepsTheStream) {
-  m_Catenator->Cat("abc", 3).Erase().Cat("de", 2);
-  EXPECT_EQ(m_Catenator->GetString(), "de");
-  Add(2000);
-  m_Catenator->Erase().Cat("after", 5);
-  EXPECT_EQ(m_Catenator->GetString(), "after");
-  EXPECT_EQ(m_Catenator->GetString(), "");  // still in the stream
+  EXPECT_EQ(c.Text(), "short text");
+  EXPECT_NE(c.cat.GetString().c_str(), c.cat.GetString().c_str());
 }
 
 }  // namespace

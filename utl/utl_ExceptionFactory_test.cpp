@@ -6,34 +6,26 @@
 #include <memory>
 
 #include "VRKLnuLifecycle.h"
-#include "VRKTestLibrary.h"
 #include "omi_FatalError.h"
 
 namespace {
 
-class UtlExceptionFactoryTest : public VRKLibraryTest {};
-
-TEST_F(UtlExceptionFactoryTest, SystemErrorsRaiseTheLibrarysSystemError) {
+TEST(UtlExceptionFactory, SystemErrorsRaiseTheLibrarysErrorOnlyWhilePackageUtlIsUp) {
+  int tally = 0;
+  VRKLnuBasicUtils_initialize(tally);
   try {
     VRKBasUtlExceptionModel::RaiseSystemError(cow_SystemErrorCode(ENOENT));
   } catch (const VRKLnuSystemErrorException& error) {
     EXPECT_EQ(error.AsString(), "System Error: No such file or directory");
     EXPECT_EQ(error.ErrorCode().m_CRTErrorCode, ENOENT);
-    EXPECT_EQ(error.DynTypeId(), nex_TextException::TypeId());
+    EXPECT_EQ(error.DynTypeId(), nex_TextException::TypeId());  // it persists as text
     EXPECT_EQ(error.FromFile(), "utl_ExceptionFactory");
     EXPECT_EQ(error.FromLine(), 12);
     // A copy is the plain text error, holding the system's text.
     std::unique_ptr<nex_Exception> copy(error.Copy());
     EXPECT_EQ(copy->AsString(), "No such file or directory");
   }
-}
-
-TEST(UtlExceptionFactoryLifecycle, TheFactoryIsThereOnlyWhilePackageUtlIsUp) {
-  int tally = 0;
-  VRKLnuBasicUtils_initialize(tally);
-  EXPECT_NE(dynamic_cast<utl_ExceptionFactory*>(VRKBasUtlExceptionModel::getBehavior()), nullptr);
   VRKLnuBasicUtils_finalize(tally);
-  EXPECT_EQ(VRKBasUtlExceptionModel::getBehavior(), nullptr);
   EXPECT_THROW(VRKBasUtlExceptionModel::RaiseSystemError(cow_SystemErrorCode(EIO)), omi_FatalError);
 }
 
