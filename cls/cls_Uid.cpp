@@ -57,6 +57,12 @@ void cls_UidCatalog::Release(cls_UidCatalogEntry* entry) {
   m_FreeList = entry;
 }
 
+void* cls_UidCatalog::operator new(size_t size) {
+  void* object = mem_Malloc(size);
+  if (object == nullptr) throw std::bad_alloc();
+  return object;
+}
+
 void cls_UidCatalog::AddBlock() {
   Block* block = static_cast<Block*>(mem_Malloc(sizeof(Block)));
   if (block == nullptr) throw std::bad_alloc();

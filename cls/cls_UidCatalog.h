@@ -19,6 +19,12 @@ class VRKLNU_EXPORT cls_UidCatalog : public thr_ThreadSingleton<cls_UidCatalog> 
   static constexpr int kBlockEntries = 2048;
   static constexpr thr_ThreadObjectDestructLevel kDestructLevel = 2;
 
+  // The catalogue itself, like its blocks, comes from the memory layer outside its limit, so
+  // that an allocation past the limit on a thread with no identities yet can still raise an
+  // exception that takes one.
+  static void* operator new(size_t size);
+  static void operator delete(void* object) { mem_Free(object); }
+
   // A fresh entry with a count of 1 and no history. A new block comes from the memory layer
   // outside its limit, so that the out-of-memory exception itself can still get its
   // identity; std::bad_alloc when the system refuses it.
