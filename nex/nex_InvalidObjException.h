@@ -6,6 +6,7 @@
 #include "nex_ValueException.h"
 
 class nex_InvalidObjException;
+extern template class VRKLNU_EXPORT nex_ConcreteException<nex_InvalidObjException, 0x1F0007>;
 extern template class VRKLNU_EXPORT
     nex_ValueException<nex_InvalidObjException, 0x1F0007, atr_String>;
 

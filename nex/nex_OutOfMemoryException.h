@@ -23,7 +23,7 @@
 #include "nex_Exception.h"
 
 // What ran out; the library stores and persists the value as an int.
-enum nex_OutOfMemoryErrEnm {
+enum nex_OutOfMemoryErrEnm : int {
   nex_OutOfMemoryUnknown = 0,
   nex_OutOfMemoryLimitReached = 1,   // the memory layer's limit (mem_Mallopt -5)
   nex_OutOfMemorySystemRefused = 2,  // the system had no memory to give
