@@ -26,6 +26,8 @@ class VRKLNU_EXPORT cls_BlobReader : public mem_AllocationOperators {
   cls_AgentBlob* Agent() const { return m_Agent; }
 
  private:
+  void Release();
+
   cls_AgentBlob* m_Agent = nullptr;
   cls_MementoRead* m_Memento;
 };

@@ -7,8 +7,14 @@ cls_BlobWriter::cls_BlobWriter(const cls_WriteVisitor& visitor, const cls_FieldH
                                const cls_Uid& uid) {
   cls_MementoWrite* nested = visitor.MakeWriteObj(field, kBlobClassId, uid, nullptr);
   if (nested == nullptr) return;
+  // The nested memento goes once the agent is made, or as the store's exception passes.
+  struct Drop {
+    cls_MementoWrite* memento;
+    ~Drop() {
+      if (memento->NeedsDeletion()) delete memento;
+    }
+  } drop{nested};
   m_Agent = nested->MakeAgentBlob();
-  if (nested->NeedsDeletion()) delete nested;
 }
 
 cls_BlobWriter::~cls_BlobWriter() {

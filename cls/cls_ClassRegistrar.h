@@ -14,7 +14,8 @@
 // Failures: a look-up miss returns an empty handle (or 0, or -1). ConstGet, GetClassMetadata
 // and GetClassID first run a failure hook, which package nex installs to raise its
 // nex_TextException. Registration is for start-up, on one thread; look-ups are reads and
-// may then run on any thread.
+// may then run on any thread, except GetMDList and GetHistoryMDList, whose copies of the
+// shared metadata change its plain use counts.
 #ifndef CLS_CLASSREGISTRAR_H
 #define CLS_CLASSREGISTRAR_H
 

@@ -6,9 +6,13 @@
 //   b.NewUid();         // b is now another object
 //
 // Identities come from the calling thread's cls_UidCatalog, a free-list pop with no lock.
-// Threads: a uid and its copies belong to one thread at a time, and its last copy should go
-// on a thread whose catalogue outlives the catalogue it came from; the entry returns to the
-// catalogue of the thread that releases it. The library must be up (package cls).
+// Threads: a uid and its copies belong to one thread at a time. The entry lives in a block of
+// the thread that allocated it, which goes when that thread ends, and the last release puts
+// it on the free list of the releasing thread. So a uid carried to another thread (an
+// exception raised on a pool thread, say) must be released while the allocating thread still
+// runs, and that thread must not end while the entry waits on the other thread's free list:
+// in practice, release uids on the thread that allocated them, or keep that thread until the
+// receiving thread has ended. The library must be up (package cls).
 #ifndef CLS_UID_H
 #define CLS_UID_H
 
