@@ -6,13 +6,10 @@
 //   b.NewUid();         // b is now another object
 //
 // Identities come from the calling thread's cls_UidCatalog, a free-list pop with no lock.
-// Threads: a uid and its copies belong to one thread at a time. The entry lives in a block of
-// the thread that allocated it, which goes when that thread ends, and the last release puts
-// it on the free list of the releasing thread. So a uid carried to another thread (an
-// exception raised on a pool thread, say) must be released while the allocating thread still
-// runs, and that thread must not end while the entry waits on the other thread's free list:
-// in practice, release uids on the thread that allocated them, or keep that thread until the
-// receiving thread has ended. The library must be up (package cls).
+// Threads: a uid and its copies belong to one thread at a time, but that thread may change:
+// a uid carried to another thread (an exception raised on a pool thread, say) stays valid
+// after the thread that made it has ended, and its entry goes back to the catalogue it came
+// from. The library must be up (package cls).
 #ifndef CLS_UID_H
 #define CLS_UID_H
 
@@ -22,15 +19,18 @@
 #include "mem_Alloc.h"
 
 class cls_HistoryEntry;
+struct cls_UidStore;
 
 // One identity: its use count and the head of the store's history ring (null when none).
-// On the catalogue's free list the count's place links to the next free entry.
+// On a free list the count's place links to the next free entry. `m_Home` is the store
+// whose block holds the entry.
 struct cls_UidCatalogEntry {
   union {
     int32_t m_RefCount;
     cls_UidCatalogEntry* m_NextFree;
   };
   cls_HistoryEntry* m_History;
+  cls_UidStore* m_Home;
 };
 
 class VRKLNU_EXPORT cls_Uid : public mem_AllocationOperatorsTiny {

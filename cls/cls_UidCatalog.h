@@ -1,8 +1,13 @@
 // The calling thread's store of object identities (cls_Uid): entries in blocks of 2048,
 // every entry of a new block chained on a free list, so that taking an identity is a pop and
-// giving one back a push, with no lock. Blocks go back only when the thread's catalogue is
-// destroyed, at the thread's end (thread singleton at destruct level 2) or by Finalize in
-// the thread; the package cls does that for the thread that stops it.
+// giving one back on the same thread a push, with no lock. An entry given back on another
+// thread goes onto its home store's list of returns (a lock-free push), which the home
+// thread takes over whole when its own list runs dry.
+//
+// The catalogue is destroyed at the thread's end (thread singleton at destruct level 2) or
+// by Finalize in the thread; the package cls does that for the thread that stops it. Its
+// blocks go back then, unless identities from them are still in use on other threads: the
+// store then lives on until the last of those is given back.
 #ifndef CLS_UIDCATALOG_H
 #define CLS_UIDCATALOG_H
 
@@ -29,24 +34,22 @@ class VRKLNU_EXPORT cls_UidCatalog : public thr_ThreadSingleton<cls_UidCatalog> 
   // outside its limit, so that the out-of-memory exception itself can still get its
   // identity; std::bad_alloc when the system refuses it.
   cls_UidCatalogEntry* Allocate();
-  // Deletes the entry's history ring and puts the entry on the free list.
-  void Release(cls_UidCatalogEntry* entry);
+  // Deletes the entry's history ring and gives the entry back to its home store, from any
+  // thread.
+  static void Release(cls_UidCatalogEntry* entry);
 
-  int BlockCount() const { return m_BlockCount; }
+  int BlockCount() const;
 
  private:
   friend class thr_ThreadSingleton<cls_UidCatalog>;
   friend class thr_ThreadSingletonBase<cls_UidCatalog>;
-  cls_UidCatalog() : thr_ThreadSingleton<cls_UidCatalog>(kDestructLevel) {}
+  cls_UidCatalog();
   ~cls_UidCatalog();
 
   void AddBlock();
 
-  // Each block begins with a link to the block made before it.
-  struct Block;
-  Block* m_LastBlock = nullptr;
+  cls_UidStore* m_Store;
   cls_UidCatalogEntry* m_FreeList = nullptr;
-  int m_BlockCount = 0;
 };
 
 #endif  // CLS_UIDCATALOG_H

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -50,6 +51,29 @@ TEST_F(UidTest, EachThreadHasItsCatalogueInBlocksOf2048AndItsConstants) {
     cls_UidCatalog::Finalize();
   }).join();
   EXPECT_NE(theirs, &mine);
+}
+
+// Uids given back on another thread return to the catalogue they came from, which takes
+// them again before it makes a new block; a uid carried off a thread that then ends stays
+// whole, and the thread's blocks leave with the last such uid.
+TEST_F(UidTest, UidsGoBackToTheirCatalogueAndOutliveItsThread) {
+  const cls_Uid mine;
+  const unsigned long footprint = mem_Footprint();
+  std::optional<cls_Uid> carried;
+  std::thread([&] {
+    std::vector<cls_Uid> uids(cls_UidCatalog::kBlockEntries - 1);
+    carried.emplace();  // the first block is full
+    std::thread([&] { uids.clear(); }).join();
+    const cls_Uid next;
+    EXPECT_EQ(cls_UidCatalog::Instance().BlockCount(), 1);
+    cls_UidCatalog::Finalize();
+  }).join();
+  cls_Uid copy = *carried;
+  EXPECT_EQ(copy.UseCount(), 2);
+  EXPECT_NE(copy, mine);
+  carried.reset();
+  copy.NewUid();
+  EXPECT_EQ(mem_Footprint(), footprint);
 }
 
 class Revision : public cls_HistoryEntry {
