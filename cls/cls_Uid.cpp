@@ -44,17 +44,6 @@ struct cls_UidStore {
   std::atomic<long> m_Users{1};
 };
 
-namespace {
-
-// Outside the memory layer's limit, like the blocks.
-void* TakeUnlimited(size_t size) {
-  void* memory = mem_Malloc(size);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
-}
-
-}  // namespace
-
 cls_Uid& cls_Uid::operator=(const cls_Uid& other) {
   ++other.m_Entry->m_RefCount;
   Release(m_Entry);
@@ -78,7 +67,7 @@ void cls_Uid::Release(cls_UidCatalogEntry* entry) {
 
 cls_UidCatalog::cls_UidCatalog()
     : thr_ThreadSingleton<cls_UidCatalog>(kDestructLevel),
-      m_Store(new (TakeUnlimited(sizeof(cls_UidStore))) cls_UidStore) {}
+      m_Store(new (mem_MallocThrow(sizeof(cls_UidStore))) cls_UidStore) {}
 
 cls_UidCatalog::~cls_UidCatalog() {
   m_Store->Leave();
@@ -113,12 +102,8 @@ void cls_UidCatalog::Release(cls_UidCatalogEntry* entry) {
   home->Leave();
 }
 
-void* cls_UidCatalog::operator new(size_t size) {
-  return TakeUnlimited(size);
-}
-
 void cls_UidCatalog::AddBlock() {
-  auto* block = static_cast<cls_UidStore::Block*>(TakeUnlimited(sizeof(cls_UidStore::Block)));
+  auto* block = static_cast<cls_UidStore::Block*>(mem_MallocThrow(sizeof(cls_UidStore::Block)));
   block->m_Previous = m_Store->m_LastBlock;
   m_Store->m_LastBlock = block;
   ++m_Store->m_BlockCount;

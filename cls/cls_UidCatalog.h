@@ -27,7 +27,7 @@ class VRKLNU_EXPORT cls_UidCatalog : public thr_ThreadSingleton<cls_UidCatalog> 
   // The catalogue itself, like its blocks, comes from the memory layer outside its limit, so
   // that an allocation past the limit on a thread with no identities yet can still raise an
   // exception that takes one.
-  static void* operator new(size_t size);
+  static void* operator new(size_t size) { return mem_MallocThrow(size); }
   static void operator delete(void* object) { mem_Free(object); }
 
   // A fresh entry with a count of 1 and no history. A new block comes from the memory layer

@@ -55,6 +55,12 @@ void* mem_Malloc(size_t size) {
   return Account(std::malloc(size + kHeader), size);
 }
 
+void* mem_MallocThrow(size_t size) {
+  void* block = mem_Malloc(size);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+
 void* mem_Calloc(size_t count, size_t size) {
   if (size != 0 && count > (std::numeric_limits<size_t>::max() - kHeader) / size) return nullptr;
   return Account(std::calloc(1, count * size + kHeader), count * size);

@@ -65,6 +65,9 @@ inline void* mem_OperatorNewThrowBuiltin(size_t size) {
 }
 
 VRKLNU_EXPORT void* mem_Malloc(size_t size);
+// mem_Malloc that raises std::bad_alloc, without the handler, when the system refuses: for the
+// library's own bookkeeping, which must not fail on the limit meant for the job.
+VRKLNU_EXPORT void* mem_MallocThrow(size_t size);
 VRKLNU_EXPORT void* mem_Calloc(size_t count, size_t size);
 // Keeps the content up to the smaller size; a null block makes a new one. On failure the old
 // block stays valid and null is returned.

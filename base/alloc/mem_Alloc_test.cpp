@@ -79,6 +79,7 @@ TEST_F(MemAllocTest, OverflowingSizesAreRefused) {
   EXPECT_EQ(mem_Malloc(~size_t{0} - 4), nullptr);
   mem_SetOutOfMemoryHandler(ThrowTooMuch);
   EXPECT_THROW(mem_OperatorNewThrow(~size_t{0} - 4), TooMuch);
+  EXPECT_THROW(mem_MallocThrow(~size_t{0} - 4), std::bad_alloc);  // not through the handler
   EXPECT_EQ(mem_Footprint(), start);
 }
 
@@ -108,6 +109,7 @@ TEST_F(MemAllocTest, ThrowingAllocationsHonourTheLimit) {
   void* plain = mem_Malloc(600);
   EXPECT_NE(plain, nullptr);
   mem_Free(plain);
+  mem_Free(mem_MallocThrow(600));
   mem_Free(fits);
 
   mem_Mallopt(-5, 0);

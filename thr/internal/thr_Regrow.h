@@ -3,7 +3,6 @@
 #define THR_REGROW_H
 
 #include <algorithm>
-#include <new>
 #include <type_traits>
 
 #include "mem_Alloc.h"
@@ -15,8 +14,7 @@
 template <class T>
 T* thr_Regrow(T* old, int count, int capacity) {
   static_assert(std::is_trivially_copyable<T>::value, "the arrays hold plain values");
-  T* grown = static_cast<T*>(mem_Malloc(sizeof(T) * capacity));
-  if (grown == nullptr) throw std::bad_alloc();
+  T* grown = static_cast<T*>(mem_MallocThrow(sizeof(T) * capacity));
   std::copy(old, old + count, grown);
   mem_Free(old);
   return grown;
