@@ -20,11 +20,9 @@
 #define CLS_CLASSREGISTRAR_H
 
 #include "VRKBasExport.h"
+#include "VRKBasSharedContainers.h"
 #include "cls_CIDVersion.h"
 #include "cls_ClassMetadata.h"
-#include "cow_Btree.h"
-#include "cow_List.h"
-#include "cow_String.h"
 #include "mem_Alloc.h"
 #include "omi_Btree.h"
 

@@ -14,8 +14,8 @@
 #define CLS_METADATAREGISTRAR_H
 
 #include "VRKBasExport.h"
+#include "VRKBasSharedContainers.h"
 #include "cls_ClassRegistrar.h"
-#include "cow_List.h"
 #include "omi_Singleton.h"
 
 class cls_MetadataRegistrar;

@@ -11,11 +11,18 @@ foreach(target IN ITEMS VRKBas VRKLnuBasicUtils)
 endforeach()
 
 install(TARGETS VRKBas VRKLnuBasicUtils EXPORT VRKLnuBasicUtilsTargets
+        FILE_SET umbrella DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-get_property(vrk_headers GLOBAL PROPERTY VRK_PUBLIC_HEADERS)
-install(FILES ${vrk_headers} DESTINATION ${VRK_INCLUDE_SUBDIR})
+# The public headers are those that the folders declare in their header sets, installed flat.
+get_property(vrk_folders GLOBAL PROPERTY VRK_FOLDERS)
+foreach(folder IN LISTS vrk_folders)
+  get_target_property(vrk_headers vrk_${folder} HEADER_SET)
+  get_target_property(vrk_dir vrk_${folder} SOURCE_DIR)
+  list(TRANSFORM vrk_headers PREPEND ${vrk_dir}/ REGEX "^[^/]")
+  install(FILES ${vrk_headers} DESTINATION ${VRK_INCLUDE_SUBDIR})
+endforeach()
 install(EXPORT VRKLnuBasicUtilsTargets NAMESPACE VRKLnuBasicUtils::
         DESTINATION ${VRK_CMAKE_DIR})
 

@@ -13,12 +13,12 @@
 #ifndef COW_2DARRAY_H
 #define COW_2DARRAY_H
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <type_traits>
 
-#include "VRKBasExport.h"
 #include "cow_COW.h"
 #include "cow_CountedHld.h"
 #include "mem_Alloc.h"
@@ -32,7 +32,7 @@ class cow_2DArrayRep : public mem_AllocationOperators {
   // All elements 0.
   cow_2DArrayRep(int rows, int columns) : m_Rows(rows), m_Columns(columns) {
     m_Data = static_cast<T*>(mem_OperatorNewThrow(Bytes()));
-    std::memset(m_Data, 0, Bytes());
+    std::fill_n(m_Data, static_cast<size_t>(rows) * static_cast<size_t>(columns), T());
   }
   cow_2DArrayRep(const cow_2DArrayRep& other) : m_Rows(other.m_Rows), m_Columns(other.m_Columns) {
     m_Data = static_cast<T*>(mem_OperatorNewThrow(Bytes()));
@@ -89,17 +89,5 @@ class cow_2DArray : public mem_AllocationOperators {
 
   cow_COW<cow_2DArrayRep<T>> m_Rep;
 };
-
-// Ready instantiations of the base library; the holders first, so that they are declared
-// before the arrays use them.
-extern template class VRKLNU_EXPORT cow_CountedHld<cow_2DArrayRep<int>>;
-extern template class VRKLNU_EXPORT cow_CountedHld<cow_2DArrayRep<float>>;
-extern template class VRKLNU_EXPORT cow_CountedHld<cow_2DArrayRep<double>>;
-extern template class VRKLNU_EXPORT cow_COW<cow_2DArrayRep<int>>;
-extern template class VRKLNU_EXPORT cow_COW<cow_2DArrayRep<float>>;
-extern template class VRKLNU_EXPORT cow_COW<cow_2DArrayRep<double>>;
-extern template class VRKLNU_EXPORT cow_2DArray<int>;
-extern template class VRKLNU_EXPORT cow_2DArray<float>;
-extern template class VRKLNU_EXPORT cow_2DArray<double>;
 
 #endif  // COW_2DARRAY_H

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "VRKBasSharedContainers.h"
 #include "VRKTestLibrary.h"
 
 namespace {

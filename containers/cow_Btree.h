@@ -12,9 +12,7 @@
 #ifndef COW_BTREE_H
 #define COW_BTREE_H
 
-#include "VRKBasExport.h"
 #include "cow_COW.h"
-#include "cow_String.h"
 #include "mem_Alloc.h"
 #include "omi_Btree.h"
 
@@ -62,10 +60,5 @@ class cow_BtreeIterator : public mem_AllocationOperators {
   cow_Btree<K, V> m_Tree;
   omi_BtreeIterator<K, V> m_Walk;
 };
-
-// Ready instantiations of the base library.
-extern template class VRKLNU_EXPORT cow_Btree<cow_String, int>;
-extern template class VRKLNU_EXPORT cow_Btree<cow_String, unsigned>;
-extern template class VRKLNU_EXPORT cow_BtreeIterator<cow_String, unsigned>;
 
 #endif  // COW_BTREE_H

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "VRKBasSharedContainers.h"
 #include "VRKTestLibrary.h"
 
 namespace {

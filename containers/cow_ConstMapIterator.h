@@ -13,10 +13,8 @@
 
 #include <cstdlib>
 
-#include "VRKBasExport.h"
 #include "atr_String.h"
 #include "cow_Map.h"
-#include "cow_String.h"
 #include "mem_Alloc.h"
 
 template <class K, class V>
@@ -83,13 +81,5 @@ class cow_ConstMapSortedIt : public cow_ConstMapIterator<K, V> {
     return first < second ? -1 : second < first ? 1 : 0;
   }
 };
-
-// Ready instantiations of the base library.
-extern template class VRKLNU_EXPORT cow_ConstMapIterator<int, int>;
-extern template class VRKLNU_EXPORT cow_ConstMapIterator<unsigned, atr_String>;
-extern template class VRKLNU_EXPORT cow_ConstMapIterator<unsigned, cow_String>;
-extern template class VRKLNU_EXPORT cow_ConstMapIterator<cow_String, float>;
-extern template class VRKLNU_EXPORT cow_ConstMapIterator<cow_String, cow_String>;
-extern template class VRKLNU_EXPORT cow_ConstMapSortedIt<cow_String, cow_String>;
 
 #endif  // COW_CONSTMAPITERATOR_H

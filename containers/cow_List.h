@@ -35,9 +35,7 @@
 #include <new>
 #include <utility>
 
-#include "VRKBasExport.h"
 #include "cow_ListBlock.h"
-#include "cow_String.h"
 #include "mem_Alloc.h"
 
 // Tag of the constructor that makes room for a number of elements.
@@ -570,13 +568,5 @@ template <class T>
 void cow_List<T>::RaiseOutOfRange(int) {
   std::abort();
 }
-
-// Ready instantiations of the base library.
-extern template class VRKLNU_EXPORT cow_List<int>;
-extern template class VRKLNU_EXPORT cow_List<unsigned>;
-extern template class VRKLNU_EXPORT cow_List<float>;
-extern template class VRKLNU_EXPORT cow_List<double>;
-extern template class VRKLNU_EXPORT cow_List<bool>;
-extern template class VRKLNU_EXPORT cow_List<cow_String>;
 
 #endif  // COW_LIST_H

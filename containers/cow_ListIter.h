@@ -8,9 +8,7 @@
 #ifndef COW_LISTITER_H
 #define COW_LISTITER_H
 
-#include "VRKBasExport.h"
 #include "cow_List.h"
-#include "cow_String.h"
 #include "mem_Alloc.h"
 
 template <class T>
@@ -47,10 +45,5 @@ class cow_ListIter : public mem_AllocationOperators {
   int m_Position;
   int m_Offset;
 };
-
-// Ready instantiations of the base library.
-extern template class VRKLNU_EXPORT cow_ListIter<int>;
-extern template class VRKLNU_EXPORT cow_ListIter<float>;
-extern template class VRKLNU_EXPORT cow_ListIter<cow_String>;
 
 #endif  // COW_LISTITER_H

@@ -9,9 +9,9 @@
 #include <type_traits>
 #include <vector>
 
+#include "VRKBasSharedContainers.h"
 #include "VRKTestLibrary.h"
 #include "cow_ListIter.h"
-#include "cow_String.h"
 #include "mem_Alloc.h"
 
 namespace {

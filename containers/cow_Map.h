@@ -24,11 +24,8 @@
 #include <cstdlib>
 #include <type_traits>
 
-#include "VRKBasExport.h"
-#include "VRKBasUtlNumFormat.h"
 #include "atr_StringBase.h"
 #include "cow_COW.h"
-#include "cow_String.h"
 #include "mem_Alloc.h"
 
 // How a key chooses its way down a cow_Map: Bit(key, depth) gives the child to follow from a
@@ -175,11 +172,5 @@ bool cow_Map<K, V>::Remove(const K& key) {
   --m_Count;
   return true;
 }
-
-// Ready instantiations of the base library.
-extern template class VRKLNU_EXPORT cow_Map<int, int>;
-extern template class VRKLNU_EXPORT cow_Map<cow_String, float>;
-extern template class VRKLNU_EXPORT cow_Map<cow_String, cow_String>;
-extern template class VRKLNU_EXPORT cow_Map<cow_String, VRKBasUtlNumFormat>;
 
 #endif  // COW_MAP_H

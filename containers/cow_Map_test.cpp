@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
+#include "VRKBasSharedContainers.h"
 #include "VRKTestLibrary.h"
 #include "cow_ConstMapIterator.h"
-#include "cow_String.h"
 
 namespace {
 

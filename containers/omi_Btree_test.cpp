@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "VRKBasSharedContainers.h"
 #include "VRKTestLibrary.h"
-#include "cow_String.h"
 
 namespace {
 

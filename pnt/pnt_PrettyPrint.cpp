@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "internal/pnt_NumberText.h"
+#include "pnt_NumberText.h"
 
 // A held character with the indent level at its time, or a conditional break with the
 // nesting level at its time.

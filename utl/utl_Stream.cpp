@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "internal/pnt_NumberText.h"
+#include "pnt_NumberText.h"
 
 namespace {
 

@@ -1,11 +1,4 @@
-// The ready instantiations of the container templates that the base library exports, so
-// that their users call them here and don't each compile their own copy.
-#include "cow_2DArray.h"
-#include "cow_Btree.h"
-#include "cow_ConstMapIterator.h"
-#include "cow_List.h"
-#include "cow_ListIter.h"
-#include "cow_Map.h"
+#include "VRKBasSharedContainers.h"
 
 template class cow_List<int>;
 template class cow_List<unsigned>;

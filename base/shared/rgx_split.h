@@ -13,7 +13,7 @@
 #define RGX_SPLIT_H
 
 #include "VRKBasExport.h"
-#include "cow_List.h"
+#include "VRKBasSharedContainers.h"
 #include "cow_String.h"
 
 VRKLNU_EXPORT cow_List<cow_String> rgx_split(const cow_String& text, const cow_String& pattern);

@@ -10,7 +10,9 @@
 #include <algorithm>
 #include <cstdio>
 
-class pnt_NumberText {
+#include "VRKBasExport.h"
+
+class VRKLNU_EXPORT pnt_NumberText {
  public:
   // Field widths and precisions are held to this, so that every number fits the buffer.
   static constexpr int kMaxField = 120;
