@@ -1,7 +1,6 @@
 #include "cls_MetadataRegistrar.h"
 
 template class omi_SingletonBase<cls_MetadataRegistrar>;
-template class omi_Singleton<cls_MetadataRegistrar>;
 
 namespace {
 

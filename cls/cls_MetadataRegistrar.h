@@ -20,7 +20,6 @@
 
 class cls_MetadataRegistrar;
 extern template class VRKLNU_EXPORT omi_SingletonBase<cls_MetadataRegistrar>;
-extern template class VRKLNU_EXPORT omi_Singleton<cls_MetadataRegistrar>;
 
 // Declares one class family to a registrar.
 typedef void (*cls_MetadataFunction)(cls_ClassRegistrar& registrar);
@@ -38,7 +37,6 @@ class VRKLNU_EXPORT cls_MetadataRegistrar : public omi_Singleton<cls_MetadataReg
   const cls_ClassRegistrar& GetWorkingSet() const { return m_Working; }
 
  private:
-  friend class omi_Singleton<cls_MetadataRegistrar>;
   friend class omi_SingletonBase<cls_MetadataRegistrar>;
   cls_MetadataRegistrar();
   ~cls_MetadataRegistrar();

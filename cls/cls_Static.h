@@ -13,7 +13,6 @@
 
 class cls_Static;
 extern template class VRKLNU_EXPORT thr_ThreadSingletonBase<cls_Static>;
-extern template class VRKLNU_EXPORT thr_ThreadSingleton<cls_Static>;
 
 class VRKLNU_EXPORT cls_Static : public thr_ThreadSingleton<cls_Static> {
  public:
@@ -23,7 +22,6 @@ class VRKLNU_EXPORT cls_Static : public thr_ThreadSingleton<cls_Static> {
   const cls_Uid& ConstUid() const { return m_Uid; }
 
  private:
-  friend class thr_ThreadSingleton<cls_Static>;
   friend class thr_ThreadSingletonBase<cls_Static>;
   cls_Static();
   ~cls_Static() = default;

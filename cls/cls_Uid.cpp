@@ -7,7 +7,6 @@
 #include "cls_UidCatalog.h"
 
 template class thr_ThreadSingletonBase<cls_UidCatalog>;
-template class thr_ThreadSingleton<cls_UidCatalog>;
 
 // The blocks of one catalogue, and the entries given back to it on other threads. `m_Users`
 // counts the entries out, plus one for the catalogue while it lives; whoever brings it to

@@ -17,7 +17,6 @@
 
 class cls_UidCatalog;
 extern template class VRKLNU_EXPORT thr_ThreadSingletonBase<cls_UidCatalog>;
-extern template class VRKLNU_EXPORT thr_ThreadSingleton<cls_UidCatalog>;
 
 class VRKLNU_EXPORT cls_UidCatalog : public thr_ThreadSingleton<cls_UidCatalog> {
  public:
@@ -41,7 +40,6 @@ class VRKLNU_EXPORT cls_UidCatalog : public thr_ThreadSingleton<cls_UidCatalog> 
   int BlockCount() const;
 
  private:
-  friend class thr_ThreadSingleton<cls_UidCatalog>;
   friend class thr_ThreadSingletonBase<cls_UidCatalog>;
   cls_UidCatalog();
   ~cls_UidCatalog();

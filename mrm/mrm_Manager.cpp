@@ -3,7 +3,6 @@
 #include "internal/mrm_ManagerI.h"
 
 template class omi_SingletonBase<mrm_Manager>;
-template class omi_Singleton<mrm_Manager>;
 
 // The print table is ready before the implementation is built, since building it registers
 // and prints labels through this object.

@@ -26,7 +26,6 @@
 class mrm_Manager;
 class mrm_ManagerI;
 extern template class VRKLNU_EXPORT omi_SingletonBase<mrm_Manager>;
-extern template class VRKLNU_EXPORT omi_Singleton<mrm_Manager>;
 
 class VRKLNU_EXPORT mrm_Manager : public omi_Singleton<mrm_Manager> {
  public:
@@ -56,7 +55,6 @@ class VRKLNU_EXPORT mrm_Manager : public omi_Singleton<mrm_Manager> {
   void TestResetSchedule();
 
  private:
-  friend class omi_Singleton<mrm_Manager>;
   friend class omi_SingletonBase<mrm_Manager>;
   friend class mrm_LargeBlockPoolFactory;
   friend class mrm_PoolFactory;

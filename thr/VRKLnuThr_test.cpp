@@ -23,7 +23,6 @@ std::vector<std::pair<bool, int>> ends;
 
 template <int kLevel>
 class Leveled : public thr_ThreadSingleton<Leveled<kLevel>> {
-  friend class thr_ThreadSingleton<Leveled>;
   friend class thr_ThreadSingletonBase<Leveled>;
   Leveled()
       : thr_ThreadSingleton<Leveled>(kLevel), m_InPool(thr_ThreadId::Instance().GetId() > 0) {}

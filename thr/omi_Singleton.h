@@ -3,8 +3,7 @@
 // other threads can ask for it. A class becomes one by deriving from the template:
 //
 //   class Catalog : public omi_Singleton<Catalog> {
-//     friend class omi_Singleton<Catalog>;
-//     friend class omi_SingletonBase<Catalog>;
+//     friend class omi_SingletonBase<Catalog>;  // makes and destroys the object
 //     Catalog();
 //     ~Catalog();
 //   };
@@ -12,7 +11,11 @@
 //   Catalog::Finalize();              // at stop; the next Instance makes a new one
 //
 // The object's own constructor records it; should Instance then find another object
-// recorded, it aborts.
+// recorded, it aborts. A constructor that throws leaves no object behind.
+//
+// A class exported from the library declares the base's instantiation, where the object's
+// pointer lives, as exported (`extern template class VRKLNU_EXPORT omi_SingletonBase<Catalog>;`)
+// and instantiates it in its source, so that the library and its clients share one pointer.
 #ifndef OMI_SINGLETON_H
 #define OMI_SINGLETON_H
 
@@ -41,6 +44,20 @@ class omi_SingletonBase : public mem_AllocationOperators {
   // The object, null while there is none.
   static T* Instance() { return static_cast<T*>(s_Instance.load(std::memory_order_acquire)); }
 
+  // Makes the object.
+  static T& Make() {
+    T* made;
+    try {
+      made = new T;
+    } catch (...) {
+      // The base had recorded the object before the class's own constructor failed.
+      s_Instance.store(nullptr, std::memory_order_release);
+      throw;
+    }
+    if (made != Instance()) std::abort();
+    return *made;
+  }
+
  private:
   static std::atomic<omi_SingletonBase*> s_Instance;
 };
@@ -53,10 +70,8 @@ class omi_Singleton : public omi_SingletonBase<T> {
  public:
   // The object, made if there is none.
   static T& Instance() {
-    if (T* existing = omi_SingletonBase<T>::Instance()) return *existing;
-    T* made = new T;
-    if (made != omi_SingletonBase<T>::Instance()) std::abort();
-    return *made;
+    T* existing = omi_SingletonBase<T>::Instance();
+    return existing ? *existing : omi_SingletonBase<T>::Make();
   }
 };
 

@@ -1,7 +1,6 @@
 #include "thr_GlobalLock.h"
 
 template class omi_SingletonBase<thr_GlobalLock>;
-template class omi_Singleton<thr_GlobalLock>;
 
 thr_GlobalLock::thr_GlobalLock() : m_Mutex(VRKBasAtiThreadingModel::getBehavior()->NewMutex()) {}
 

@@ -14,7 +14,6 @@
 
 class thr_GlobalLock;
 extern template class VRKLNU_EXPORT omi_SingletonBase<thr_GlobalLock>;
-extern template class VRKLNU_EXPORT omi_Singleton<thr_GlobalLock>;
 
 class VRKLNU_EXPORT thr_GlobalLock : public omi_Singleton<thr_GlobalLock> {
  public:
@@ -22,7 +21,6 @@ class VRKLNU_EXPORT thr_GlobalLock : public omi_Singleton<thr_GlobalLock> {
   void Unlock() { m_Mutex->Unlock(); }
 
  private:
-  friend class omi_Singleton<thr_GlobalLock>;
   friend class omi_SingletonBase<thr_GlobalLock>;
   thr_GlobalLock();
   ~thr_GlobalLock();

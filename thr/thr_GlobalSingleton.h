@@ -3,8 +3,7 @@
 // template:
 //
 //   class Tracker : public thr_GlobalSingleton<Tracker> {
-//     friend class thr_GlobalSingleton<Tracker>;
-//     friend class thr_GlobalSingletonBase<Tracker>;
+//     friend class thr_GlobalSingletonBase<Tracker>;  // makes and destroys the object
 //     Tracker();
 //     ~Tracker();
 //   };
@@ -16,6 +15,11 @@
 // unlocked look only once its constructor has finished. Finalize must not run while
 // another thread is in Instance or uses the object. Should the object's constructor ask
 // for Instance, which would make a second object, Instance aborts.
+//
+// A class exported from the library declares the base's instantiation, where the object's
+// pointer and guard live, as exported
+// (`extern template class VRKLNU_EXPORT thr_GlobalSingletonBase<Tracker>;`) and instantiates
+// it in its source, so that the library and its clients share one object.
 #ifndef THR_GLOBALSINGLETON_H
 #define THR_GLOBALSINGLETON_H
 

@@ -18,7 +18,6 @@ class Tracker : public thr_GlobalSingleton<Tracker> {
   int Serial() const { return m_Serial; }
 
  private:
-  friend class thr_GlobalSingleton<Tracker>;
   friend class thr_GlobalSingletonBase<Tracker>;
   Tracker() : m_Serial(++made) {
     std::this_thread::yield();  // widen the window for a second maker
@@ -29,7 +28,6 @@ class Tracker : public thr_GlobalSingleton<Tracker> {
 };
 
 class SelfAsking : public thr_GlobalSingleton<SelfAsking> {
-  friend class thr_GlobalSingleton<SelfAsking>;
   friend class thr_GlobalSingletonBase<SelfAsking>;
   SelfAsking() { Instance(); }
 };
@@ -60,6 +58,7 @@ TEST_F(GlobalSingletonTest, ThreadsAskingAtOnceGetOneObject) {
   EXPECT_EQ(made, 1);
   for (Tracker* tracker : seen)
     EXPECT_EQ(tracker, seen[0]);
+  Tracker::Finalize();
 }
 
 TEST_F(GlobalSingletonTest, FinalizeDestroysAndTheNextInstanceMakesAnew) {

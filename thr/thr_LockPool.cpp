@@ -3,7 +3,6 @@
 #include "internal/thr_Regrow.h"
 
 template class omi_SingletonBase<thr_LockPool>;
-template class omi_Singleton<thr_LockPool>;
 
 namespace {
 constexpr int kGrowth = 10;

@@ -39,7 +39,6 @@ class VRKLNU_EXPORT thr_PoolLock : public mem_AllocationOperators {
 
 class thr_LockPool;
 extern template class VRKLNU_EXPORT omi_SingletonBase<thr_LockPool>;
-extern template class VRKLNU_EXPORT omi_Singleton<thr_LockPool>;
 
 class VRKLNU_EXPORT thr_LockPool : public omi_Singleton<thr_LockPool> {
  public:
@@ -51,7 +50,6 @@ class VRKLNU_EXPORT thr_LockPool : public omi_Singleton<thr_LockPool> {
   int LocksInUse() const { return m_InUse; }
 
  private:
-  friend class omi_Singleton<thr_LockPool>;
   friend class omi_SingletonBase<thr_LockPool>;
   thr_LockPool() = default;
   ~thr_LockPool();

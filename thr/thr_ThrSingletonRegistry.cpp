@@ -4,7 +4,6 @@
 #include "internal/thr_Regrow.h"
 
 template class thr_GlobalSingletonBase<thr_ThrSingletonRegistry>;
-template class thr_GlobalSingleton<thr_ThrSingletonRegistry>;
 
 namespace {
 // The arrays grow by this many entries when full.

@@ -32,7 +32,6 @@ typedef int thr_ThreadObjectDestructLevel;
 
 class thr_ThrSingletonRegistry;
 extern template class VRKLNU_EXPORT thr_GlobalSingletonBase<thr_ThrSingletonRegistry>;
-extern template class VRKLNU_EXPORT thr_GlobalSingleton<thr_ThrSingletonRegistry>;
 
 class VRKLNU_EXPORT thr_ThrSingletonRegistry
     : public thr_GlobalSingleton<thr_ThrSingletonRegistry> {
@@ -54,7 +53,6 @@ class VRKLNU_EXPORT thr_ThrSingletonRegistry
   int Count() const { return m_Count; }
 
  private:
-  friend class thr_GlobalSingleton<thr_ThrSingletonRegistry>;
   friend class thr_GlobalSingletonBase<thr_ThrSingletonRegistry>;
   thr_ThrSingletonRegistry() = default;
   ~thr_ThrSingletonRegistry();

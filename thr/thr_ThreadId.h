@@ -12,7 +12,6 @@
 
 class thr_ThreadId;
 extern template class VRKLNU_EXPORT thr_ThreadSingletonBase<thr_ThreadId>;
-extern template class VRKLNU_EXPORT thr_ThreadSingleton<thr_ThreadId>;
 
 class VRKLNU_EXPORT thr_ThreadId : public thr_ThreadSingleton<thr_ThreadId> {
  public:
@@ -22,7 +21,6 @@ class VRKLNU_EXPORT thr_ThreadId : public thr_ThreadSingleton<thr_ThreadId> {
   void SetId(int id) { m_Id = id; }
 
  private:
-  friend class thr_ThreadSingleton<thr_ThreadId>;
   friend class thr_ThreadSingletonBase<thr_ThreadId>;
   thr_ThreadId() : thr_ThreadSingleton<thr_ThreadId>(kDestructLevel) {}
   ~thr_ThreadId() = default;

@@ -5,7 +5,6 @@
 #include "internal/thr_ThreadPoolData.h"
 
 template class thr_GlobalSingletonBase<thr_ThreadPool>;
-template class thr_GlobalSingleton<thr_ThreadPool>;
 
 thr_ThreadPool::thr_ThreadPool() : m_Data(new thr_ThreadPoolData) {}
 

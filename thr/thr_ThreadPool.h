@@ -38,7 +38,6 @@
 class thr_ThreadPool;
 class thr_ThreadPoolData;
 extern template class VRKLNU_EXPORT thr_GlobalSingletonBase<thr_ThreadPool>;
-extern template class VRKLNU_EXPORT thr_GlobalSingleton<thr_ThreadPool>;
 
 // Gives up on the calling thread's work. A code other than 0 sets the pool's error
 // condition and ends the process with that code; threads spinning in a barrier end with
@@ -92,7 +91,6 @@ class VRKLNU_EXPORT thr_ThreadPool : public thr_GlobalSingleton<thr_ThreadPool> 
   thr_Barrier& GetBarrier();
 
  private:
-  friend class thr_GlobalSingleton<thr_ThreadPool>;
   friend class thr_GlobalSingletonBase<thr_ThreadPool>;
   thr_ThreadPool();
   ~thr_ThreadPool();

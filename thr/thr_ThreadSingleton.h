@@ -4,8 +4,7 @@
 // destruct level to the base (0 when it gives none):
 //
 //   class Scratch : public thr_ThreadSingleton<Scratch> {
-//     friend class thr_ThreadSingleton<Scratch>;
-//     friend class thr_ThreadSingletonBase<Scratch>;
+//     friend class thr_ThreadSingletonBase<Scratch>;  // makes and destroys the object
 //     Scratch() : thr_ThreadSingleton<Scratch>(5) {}
 //   };
 //   Scratch::Instance().Use();    // this thread's object
@@ -16,6 +15,10 @@
 // thread's object and may be called from any thread. The object is the thread's as soon as
 // its base is built, so a constructor that asks for Instance gets the object under way.
 // A constructor that throws leaves no object behind.
+//
+// A class exported from the library declares the base's instantiation, where the slot
+// lives, as exported (`extern template class VRKLNU_EXPORT thr_ThreadSingletonBase<Scratch>;`)
+// and instantiates it in its source, so that the library and its clients share one slot.
 #ifndef THR_THREADSINGLETON_H
 #define THR_THREADSINGLETON_H
 
@@ -83,6 +86,22 @@ class thr_ThreadSingletonBase : public mem_AllocationOperators {
     return static_cast<T*>(static_cast<thr_ThreadSingletonBase*>(s_Slot.Get()));
   }
 
+  // Makes the calling thread's object.
+  static T& Make() {
+    thr_ThrSingletonRegistry::Instance().Register(&Finalize);
+    T* made;
+    try {
+      made = new T;
+    } catch (...) {
+      // A constructor that failed after the base had recorded the object.
+      if (Instance()) s_Slot.Detach();
+      throw;
+    }
+    if (made != Instance()) std::abort();
+    return *made;
+  }
+
+ private:
   static thr_ThreadLocalSlot s_Slot;
 };
 
@@ -94,18 +113,8 @@ class thr_ThreadSingleton : public thr_ThreadSingletonBase<T> {
  public:
   // The calling thread's object, made if there is none.
   static T& Instance() {
-    if (T* existing = thr_ThreadSingletonBase<T>::Instance()) return *existing;
-    thr_ThrSingletonRegistry::Instance().Register(&thr_ThreadSingletonBase<T>::Finalize);
-    T* made;
-    try {
-      made = new T;
-    } catch (...) {
-      // A constructor that failed after the base had recorded the object.
-      if (thr_ThreadSingletonBase<T>::Instance()) thr_ThreadSingletonBase<T>::s_Slot.Detach();
-      throw;
-    }
-    if (made != thr_ThreadSingletonBase<T>::Instance()) std::abort();
-    return *made;
+    T* existing = thr_ThreadSingletonBase<T>::Instance();
+    return existing ? *existing : thr_ThreadSingletonBase<T>::Make();
   }
 
  protected:

@@ -23,14 +23,12 @@ void Record(int what) {
 // A thread singleton that records its tag when it is destroyed.
 template <int kLevel, int kTag = kLevel>
 class Tagged : public thr_ThreadSingleton<Tagged<kLevel, kTag>> {
-  friend class thr_ThreadSingleton<Tagged>;
   friend class thr_ThreadSingletonBase<Tagged>;
   Tagged() : thr_ThreadSingleton<Tagged>(kLevel) {}
   ~Tagged() { Record(kTag); }
 };
 
 class Failing : public thr_ThreadSingleton<Failing> {
-  friend class thr_ThreadSingleton<Failing>;
   friend class thr_ThreadSingletonBase<Failing>;
   Failing() { throw std::runtime_error("cannot"); }
 };
