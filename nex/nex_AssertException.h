@@ -8,10 +8,6 @@
 #include "VRKBasExport.h"
 #include "nex_ValueException.h"
 
-class nex_AssertException;
-extern template class VRKLNU_EXPORT nex_ConcreteException<nex_AssertException, 0x1F0004>;
-extern template class VRKLNU_EXPORT nex_ValueException<nex_AssertException, 0x1F0004, cow_String>;
-
 class VRKLNU_EXPORT nex_AssertException
     : public nex_ValueException<nex_AssertException, 0x1F0004, cow_String> {
  public:

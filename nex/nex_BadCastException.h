@@ -5,10 +5,6 @@
 #include "VRKBasExport.h"
 #include "nex_ValueException.h"
 
-class nex_BadCastException;
-extern template class VRKLNU_EXPORT nex_ConcreteException<nex_BadCastException, 0x1F0005>;
-extern template class VRKLNU_EXPORT nex_ValueException<nex_BadCastException, 0x1F0005, atr_String>;
-
 class VRKLNU_EXPORT nex_BadCastException
     : public nex_ValueException<nex_BadCastException, 0x1F0005, atr_String> {
  public:

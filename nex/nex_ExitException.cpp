@@ -3,8 +3,6 @@
 #include "cls_ReadVisitor.h"
 #include "internal/nex_Metadata.h"
 
-template class nex_ConcreteException<nex_ExitException, 0x1F0006>;
-
 namespace {
 
 cls_FieldHandle MessageField() {

@@ -10,9 +10,6 @@
 #include "atr_String.h"
 #include "nex_Exception.h"
 
-class nex_ExitException;
-extern template class VRKLNU_EXPORT nex_ConcreteException<nex_ExitException, 0x1F0006>;
-
 class VRKLNU_EXPORT nex_ExitException : public nex_ConcreteException<nex_ExitException, 0x1F0006> {
  public:
   nex_ExitException(const atr_String& message, int code);

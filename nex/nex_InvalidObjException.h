@@ -5,11 +5,6 @@
 #include "VRKBasExport.h"
 #include "nex_ValueException.h"
 
-class nex_InvalidObjException;
-extern template class VRKLNU_EXPORT nex_ConcreteException<nex_InvalidObjException, 0x1F0007>;
-extern template class VRKLNU_EXPORT
-    nex_ValueException<nex_InvalidObjException, 0x1F0007, atr_String>;
-
 class VRKLNU_EXPORT nex_InvalidObjException
     : public nex_ValueException<nex_InvalidObjException, 0x1F0007, atr_String> {
  public:

@@ -5,8 +5,6 @@
 #include "internal/nex_Setup.h"
 #include "mem_Alloc.h"
 
-template class nex_ConcreteException<nex_OutOfMemoryException, 0x1F0009>;
-
 template class cow_CountedHld<nex_OutOfMemoryException>;
 template class cow_COW<nex_OutOfMemoryException>;
 

@@ -29,9 +29,6 @@ enum nex_OutOfMemoryErrEnm : int {
   nex_OutOfMemorySystemRefused = 2,  // the system had no memory to give
 };
 
-class nex_OutOfMemoryException;
-extern template class VRKLNU_EXPORT nex_ConcreteException<nex_OutOfMemoryException, 0x1F0009>;
-
 class VRKLNU_EXPORT nex_OutOfMemoryException
     : public nex_ConcreteException<nex_OutOfMemoryException, 0x1F0009> {
  public:

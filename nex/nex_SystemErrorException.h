@@ -8,9 +8,6 @@
 #include "cow_SystemErrorCode.h"
 #include "nex_Exception.h"
 
-class nex_SystemErrorException;
-extern template class VRKLNU_EXPORT nex_ConcreteException<nex_SystemErrorException, 0x1F0008>;
-
 class VRKLNU_EXPORT nex_SystemErrorException
     : public nex_ConcreteException<nex_SystemErrorException, 0x1F0008> {
  public:

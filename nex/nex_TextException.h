@@ -10,10 +10,6 @@
 #include "VRKBasExport.h"
 #include "nex_ValueException.h"
 
-class nex_TextException;
-extern template class VRKLNU_EXPORT nex_ConcreteException<nex_TextException, 0x1F0002>;
-extern template class VRKLNU_EXPORT nex_ValueException<nex_TextException, 0x1F0002, atr_String>;
-
 class VRKLNU_EXPORT nex_TextException
     : public nex_ValueException<nex_TextException, 0x1F0002, atr_String> {
  public:

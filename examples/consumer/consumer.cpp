@@ -13,7 +13,19 @@ int main() {
   atr_SubstituteFormat(message, 2, tally);
   aio_cout << message.Result() << aio_endl;
 
-  const bool ok = tally == 15 && greeting == "installed";
+  // An error raised inside the library is caught here by its exact class and by its root.
+  bool caught = false;
+  try {
+    cls_MetadataRegistrar::Instance().GetWorkingSet().ConstGet(0x1F00AA);
+  } catch (const nex_TextException& error) {
+    try {
+      error.Propagate();
+    } catch (const nex_Exception& again) {
+      caught = again.DynTypeId() == nex_TextException::TypeId();
+    }
+  }
+
+  const bool ok = tally == 15 && greeting == "installed" && caught;
   VRKLnuBasicUtils_finalize(tally);
   return ok && tally == 0 ? 0 : 1;
 }
