@@ -20,7 +20,9 @@ std::vector<unsigned> Walk(const omi_BlkBitVect& vector, bool up) {
   return bits;
 }
 
-std::vector<unsigned> Forward(const omi_BlkBitVect& vector) { return Walk(vector, true); }
+std::vector<unsigned> Forward(const omi_BlkBitVect& vector) {
+  return Walk(vector, true);
+}
 
 TEST(BitVectorTest, RandomChangesMatchASet) {
   std::mt19937 random(12345);
