@@ -5,8 +5,8 @@
 //   crc = utl_Crc32::Update(crc, body, bodySize);     // the same as over both at once
 //
 // Update chooses at run time between a carry-less multiplication path, on processors that
-// have the instruction, and a portable table path; both give the same value. Pure functions,
-// safe from any thread.
+// have the instruction and AVX, and a portable table path; both give the same value. Pure
+// functions, safe from any thread.
 #ifndef UTL_CRC32_H
 #define UTL_CRC32_H
 

@@ -169,7 +169,7 @@ int utl_File::Read(char* buffer, int count) {
     errno = error;
     RaiseErrno<utl_FileExceptionRead>(m_Name, "ReadFile", __LINE__);
   }
-  std::memset(buffer + got, 0, static_cast<size_t>(count - got));
+  if (got < count) std::memset(buffer + got, 0, static_cast<size_t>(count - got));
   return static_cast<int>(got);
 }
 

@@ -244,7 +244,8 @@ void utl_MultisectionFile::getSectionData(const cow_String& name, void* destinat
   const utl_FileSection& section = m_Sections.ConstGet(Find(name));
   char* out = static_cast<char*>(destination);
   if (section.m_HasPending) {
-    std::memcpy(out, section.m_Pending.c_str(), static_cast<size_t>(section.m_Pending.Length()));
+    if (section.m_Pending.Length() > 0)
+      std::memcpy(out, section.m_Pending.c_str(), static_cast<size_t>(section.m_Pending.Length()));
     return;
   }
   Seek(utl_FileOffset(section.m_Offset));
