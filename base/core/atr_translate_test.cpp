@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 #include <initializer_list>
+#include <random>
 #include <string>
 
 namespace {
@@ -41,6 +43,56 @@ TEST(TranslateTest, TextsTakeWidthAndPrecision) {
   EXPECT_EQ(Translate("[%6s][%-6s][%.2s][%d]", {"ab", "ab", "abcdef", "text"}),
             "[    ab][ab    ][ab][text]");
   EXPECT_EQ(Translate("%-70s|", {"x"}), ("x" + std::string(69, ' ') + "|").c_str());
+}
+
+// Random flags, widths, precisions and conversions, each against what snprintf makes of the
+// same placeholder and value; widths and precisions reach well past any fixed buffer.
+TEST(TranslateTest, PlaceholdersFormatAsSnprintfDoes) {
+  std::mt19937 random(13);
+  const char kFlags[] = "-+ #0";
+  const char kConversions[] = "diuoxXcs";
+  const char* const kText = "a user message";
+  for (int round = 0; round < 4000; ++round) {
+    std::string format = "<%";
+    for (int flags = random() % 4; flags > 0; --flags)
+      format += kFlags[random() % 5];
+    if (random() % 2) format += std::to_string(random() % 320);
+    if (random() % 2) format += "." + (random() % 4 ? std::to_string(random() % 320) : "");
+    const char conversion = kConversions[random() % 8];
+    format += conversion;
+    format += ">";
+    const int number = static_cast<int>(random());
+    atr_translate tr(format.c_str());
+    char expected[700];
+    if (conversion == 's') {
+      atr_SubstituteFormat(tr, 1, kText);
+      std::snprintf(expected, sizeof expected, format.c_str(), kText);
+    } else if (conversion == 'c') {
+      atr_SubstituteFormat(tr, 1, 'A' + number % 26);
+      std::snprintf(expected, sizeof expected, format.c_str(), 'A' + number % 26);
+    } else if (conversion == 'd' || conversion == 'i') {
+      atr_SubstituteFormat(tr, 1, number);
+      std::snprintf(expected, sizeof expected, format.c_str(), number);
+    } else {
+      atr_SubstituteFormat(tr, 1, static_cast<unsigned>(number));
+      std::snprintf(expected, sizeof expected, format.c_str(), static_cast<unsigned>(number));
+    }
+    ASSERT_EQ(tr.Result(), expected) << format;
+  }
+}
+
+// A width or precision that snprintf refuses (past the int range) leaves the placeholder as
+// written; a long run of flags is no reason to refuse.
+TEST(TranslateTest, PlaceholdersThatSnprintfRefusesStayAsWritten) {
+  for (const char* format : {"%2147483648d", "%.2147483648u", "%99999999999999999999x"}) {
+    atr_translate tr(format);
+    atr_SubstituteFormat(tr, 1, 7);
+    EXPECT_EQ(tr.Result(), format);
+  }
+  EXPECT_EQ(Translate("%.2147483648s", {"text"}), "%.2147483648s");
+  atr_translate tr("%-------------------------------5d|");
+  atr_SubstituteFormat(tr, 1, 7);
+  EXPECT_EQ(tr.Result(), "7    |");
 }
 
 TEST(TranslateTest, PlaceholdersWithoutValuesStayAsWritten) {
