@@ -121,6 +121,30 @@ TEST(FilterPairTest, InternalAndMemoryFilters) {
   ExpectEveryType(filter);
 }
 
+// A bool array stores true for any non-zero byte, as the scalar read does, on every reader.
+TEST(FilterPairTest, BoolArraysReadAnyNonZeroByteAsTrue) {
+  char bytes[] = {0, 1, 2, '\xFF'};
+  auto expectNormalized = [](bio_Ifilter& in) {
+    bool values[4];
+    in.getArray(values, 4);
+    unsigned char stored[4];
+    std::memcpy(stored, values, sizeof stored);
+    EXPECT_EQ(std::vector<unsigned char>(stored, stored + 4),
+              std::vector<unsigned char>({0, 1, 1, 1}));
+  };
+  bio_Buffer buffer(16);
+  std::memcpy(buffer.data, bytes, sizeof bytes);
+  buffer.writePos = sizeof bytes;
+  bio_ImemoryDevice device(buffer);
+  bio_IinternalFilter internal(device);
+  expectNormalized(internal);
+  bio_IOmemFilter memory(16);
+  memory.putArray(bytes, sizeof bytes);
+  expectNormalized(memory);
+  bio_IexternalMemFilter external(bytes, sizeof bytes);
+  expectNormalized(external);
+}
+
 class ExternalFilterPairTest : public ::testing::TestWithParam<omi_Swapper::EndianType> {
  protected:
   void TearDown() override { bio_setExternalHostOrder(omi_Swapper::HostEndian()); }
