@@ -151,6 +151,15 @@ TEST_F(ThreadPoolTest, EndingWaitsForRunningTasksButNotForNoJoinOnes) {
   WaitForLeftThreads();
 }
 
+// A worker idle for over a second sleeps without limit; asking its slot to end from another
+// thread wakes it, so that the pool's end, which waits for it, returns.
+TEST_F(ThreadPoolTest, TerminatingTheSlotOfAWorkerAsleepForGoodWakesIt) {
+  pool->AddThreads(2);
+  std::this_thread::sleep_for(milliseconds(1500));
+  pool->TerminateThread(1);
+  thr_ThreadPool::Finalize();
+}
+
 TEST_F(ThreadPoolTest, WithTheErrorConditionTheEndWaitsForNoThread) {
   pool->AddThreads(2);
   ASSERT_TRUE(pool->RunTask(Blocking()));
