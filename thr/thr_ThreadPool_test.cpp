@@ -1,6 +1,8 @@
 #include "thr_ThreadPool.h"
 
 #include <gtest/gtest.h>
+#include <pthread.h>
+#include <sched.h>
 
 #include <atomic>
 #include <chrono>
@@ -10,6 +12,7 @@
 #include <vector>
 
 #include "VRKTestLibrary.h"
+#include "internal/thr_Suspend.h"
 #include "omi_FatalError.h"
 #include "thr_ThreadId.h"
 
@@ -215,6 +218,37 @@ TEST_F(ThreadPoolTest, AThreadThatMasksTheSignalsIsReportedNotWaitedFor) {
   ASSERT_TRUE(Eventually([&] { return started == 1; }));
   EXPECT_FALSE(pool->SuspendThreads());
   pool->ResumeThreads();  // nothing to resume
+}
+
+// A resume whose answer comes after the wait for it gave up leaves that answer behind; it
+// must not pass for the answer of a later suspend, here of a thread that can't be stopped.
+// The answer is made late for sure: slot 1 shares this thread's processor at idle priority,
+// so it runs only once this thread sleeps, and the resume doesn't wait.
+TEST_F(ThreadPoolTest, ALateResumeAnswerAnswersNoLaterSuspend) {
+  cpu_set_t before, one;
+  ASSERT_EQ(pthread_getaffinity_np(pthread_self(), sizeof before, &before), 0);
+  CPU_ZERO(&one);
+  CPU_SET(sched_getcpu(), &one);
+  pool->AddThreads(2);
+  ASSERT_TRUE(pool->RunTask(Blocking(&release, true)));  // slot 0 masks the signals
+  ASSERT_TRUE(Eventually([&] { return started == 1; }));
+  ASSERT_TRUE(pool->RunTask(new Task([&](int) {
+    const sched_param idle = {};
+    pthread_setaffinity_np(pthread_self(), sizeof one, &one);
+    pthread_setschedparam(pthread_self(), SCHED_IDLE, &idle);
+    ++started;
+  })));
+  ASSERT_TRUE(Eventually([&] { return started == 2; }));
+  ASSERT_EQ(pthread_setaffinity_np(pthread_self(), sizeof one, &one), 0);
+  const bool stopped = pool->SuspendAllOtherThreads(0);
+  thr_setSuspendAnswerLimit(0);
+  pool->ResumeAllOtherThreads(0);
+  thr_setSuspendAnswerLimit(1000);
+  pthread_setaffinity_np(pthread_self(), sizeof before, &before);
+  std::this_thread::sleep_for(milliseconds(100));  // the answer comes meanwhile
+  EXPECT_TRUE(stopped);
+  EXPECT_FALSE(pool->SuspendAllOtherThreads(1));
+  pool->ResumeAllOtherThreads(1);
 }
 
 TEST_F(ThreadPoolTest, ErrorInThreadWithACodeEndsTheProcess) {
