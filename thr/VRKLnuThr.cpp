@@ -3,8 +3,8 @@
 #include "VRKBasAtiThreadingModel.h"
 #include "VRKBasCountedPair.h"
 #include "VRKLnuThrMultiThreadFact.h"
+#include "internal/thr_SharedHold.h"
 #include "thr_GlobalLock.h"
-#include "thr_LockPool.h"
 #include "thr_ThrSingletonRegistry.h"
 #include "thr_ThreadId.h"
 #include "thr_ThreadPool.h"
@@ -15,6 +15,7 @@ int useCount = 0;
 
 void VRKLnuThr_initialize(int& tally) {
   if (!VRKBasCountedEnter(useCount, tally, "thr")) return;
+  thr_HoldShared();
   // The factory is never withdrawn: a start after a stop finds it in place and keeps it.
   if (dynamic_cast<VRKLnuThrMultiThreadFact*>(VRKBasAtiThreadingModel::getBehavior()) == nullptr) {
     VRKBasAtiThreadingModel::setBehavior(new VRKLnuThrMultiThreadFact);
@@ -28,10 +29,9 @@ void VRKLnuThr_finalize(int& tally) {
   if (!VRKBasCountedLeave(useCount, tally, "thr")) return;
   thr_ThreadId::Finalize();
   // The registry finalizes the calling thread's objects before the pool ends; its own
-  // block goes after the pool, whose threads still finalize theirs through it as they end.
+  // block goes after the pool, whose threads still finalize theirs through it as they end,
+  // and after any thread that the pool left running.
   thr_ThrSingletonRegistry::FinalizeCallingThread();
   thr_ThreadPool::Finalize();
-  thr_ThrSingletonRegistry::Finalize();
-  thr_LockPool::Finalize();
-  thr_GlobalLock::Finalize();
+  thr_ReleaseShared();
 }

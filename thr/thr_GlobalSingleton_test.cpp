@@ -60,6 +60,7 @@ TEST_F(GlobalSingletonTest, ThreadsAskingAtOnceGetOneObject) {
   EXPECT_EQ(made, 1);
   for (Tracker* tracker : seen)
     EXPECT_EQ(tracker, seen[0]);
+  Tracker::Finalize();
 }
 
 TEST_F(GlobalSingletonTest, FinalizeDestroysAndTheNextInstanceMakesAnew) {

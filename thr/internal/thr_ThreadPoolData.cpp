@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "omi_FatalError.h"
+#include "thr_SharedHold.h"
 #include "thr_ThrSingletonRegistry.h"
 #include "thr_ThreadId.h"
 #include "thr_ThreadPool.h"
@@ -205,7 +206,9 @@ void thr_ThreadPoolData::Leave(thr_PoolSlot& slot) {
     slot.state.store(thr_kEnded, std::memory_order_relaxed);
     abandoned = slot.abandoned;
   }
-  if (abandoned) Release();
+  if (!abandoned) return;
+  Release();
+  thr_ReleaseShared();
 }
 
 void thr_ThreadPoolData::Close() {
@@ -236,6 +239,7 @@ void thr_ThreadPoolData::Close() {
 void thr_ThreadPoolData::Abandon(thr_PoolSlot& slot) {
   slot.abandoned = true;
   m_Holders.fetch_add(1, std::memory_order_relaxed);
+  thr_HoldShared();
   pthread_detach(slot.thread);
 }
 
