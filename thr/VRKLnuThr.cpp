@@ -11,15 +11,13 @@
 
 namespace {
 int useCount = 0;
-}
+VRKBasInstalledFactory<VRKBasAtiThreadingModel, VRKLnuThrMultiThreadFact> factory;
+}  // namespace
 
 void VRKLnuThr_initialize(int& tally) {
   if (!VRKBasCountedEnter(useCount, tally, "thr")) return;
   thr_HoldShared();
-  // The factory is never withdrawn: a start after a stop finds it in place and keeps it.
-  if (dynamic_cast<VRKLnuThrMultiThreadFact*>(VRKBasAtiThreadingModel::getBehavior()) == nullptr) {
-    VRKBasAtiThreadingModel::setBehavior(new VRKLnuThrMultiThreadFact);
-  }
+  factory.Install();
   thr_GlobalLock::Instance();
   thr_ThrSingletonRegistry::Instance();
   thr_ThreadPool::Instance();
@@ -34,4 +32,5 @@ void VRKLnuThr_finalize(int& tally) {
   thr_ThrSingletonRegistry::FinalizeCallingThread();
   thr_ThreadPool::Finalize();
   thr_ReleaseShared();
+  factory.Remove();
 }
