@@ -47,6 +47,18 @@ class Job : public VRKBasAtiThreadTask {
   std::atomic<bool>& m_Done;
 };
 
+// A full start, stop and start again, with `footprint` what the memory layer holds while
+// the library is down; the new pool has `threads` threads.
+thr_ThreadPool& Restart(int& tally, unsigned long& footprint, int threads) {
+  VRKLnuBasicUtils_initialize(tally);
+  VRKLnuBasicUtils_finalize(tally);
+  footprint = mem_Footprint();
+  VRKLnuBasicUtils_initialize(tally);
+  thr_ThreadPool& pool = thr_ThreadPool::Instance();
+  pool.AddThreads(threads);
+  return pool;
+}
+
 // Runs a function once `release` is set, after marking that it started.
 class Late : public VRKBasAtiThreadTask {
  public:
@@ -88,12 +100,8 @@ TEST(ThrPackageTest, ThreadsLeftRunningFinishAfterAFullStop) {
   } kCases[] = {{false, useThreadObjects}, {true, useThreadObjects}, {false, holdAPoolLock}};
   for (const auto& late : kCases) {
     int tally = 0;
-    VRKLnuBasicUtils_initialize(tally);
-    VRKLnuBasicUtils_finalize(tally);
-    const unsigned long footprint = mem_Footprint();
-    VRKLnuBasicUtils_initialize(tally);
-    thr_ThreadPool& pool = thr_ThreadPool::Instance();
-    pool.AddThreads(2);
+    unsigned long footprint;
+    thr_ThreadPool& pool = Restart(tally, footprint, 2);
     std::atomic<bool> started{false};
     std::atomic<bool> release{false};
     ASSERT_TRUE(pool.RunTask(new Late(started, release, late.run), !late.errorCondition));
@@ -109,20 +117,14 @@ TEST(ThrPackageTest, ThreadsLeftRunningFinishAfterAFullStop) {
 TEST(ThrPackageTest, StopDestroysThreadObjectsInLevelOrderAndGivesEverythingBack) {
   ends.clear();
   int tally = 0;
-  VRKLnuBasicUtils_initialize(tally);
+  unsigned long footprint;
+  thr_ThreadPool& pool = Restart(tally, footprint, 3);
   char* name = VRKBasAtiThreadingModel::getBehavior()->AsString();
   EXPECT_STREQ(name, "MULTI_THREADED_POSIX");
   mem_Free(name);
-  VRKLnuBasicUtils_finalize(tally);
-  const unsigned long footprint = mem_Footprint();
-
-  VRKLnuBasicUtils_initialize(tally);
-  thr_ThreadPool& pool = thr_ThreadPool::Instance();
-  pool.AddThreads(3);
   std::atomic<bool> done{false};
   ASSERT_TRUE(pool.RunTask(new Job(done)));
-  while (!done)
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  ASSERT_TRUE(VRKEventually([&] { return done.load(); }));
   Leveled<16>::Instance();
   Leveled<4>::Instance();
   thr_LockPool::Instance().GetLock();
