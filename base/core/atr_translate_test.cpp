@@ -45,39 +45,37 @@ TEST(TranslateTest, TextsTakeWidthAndPrecision) {
   EXPECT_EQ(Translate("%-70s|", {"x"}), ("x" + std::string(69, ' ') + "|").c_str());
 }
 
+template <class T>
+void ExpectAsSnprintf(const std::string& format, T value) {
+  atr_translate tr(format.c_str());
+  atr_SubstituteFormat(tr, 1, value);
+  char expected[700];
+  std::snprintf(expected, sizeof expected, format.c_str(), value);
+  EXPECT_EQ(tr.Result(), expected) << format;
+}
+
 // Random flags, widths, precisions and conversions, each against what snprintf makes of the
 // same placeholder and value; widths and precisions reach well past any fixed buffer.
 TEST(TranslateTest, PlaceholdersFormatAsSnprintfDoes) {
   std::mt19937 random(13);
-  const char kFlags[] = "-+ #0";
-  const char kConversions[] = "diuoxXcs";
-  const char* const kText = "a user message";
   for (int round = 0; round < 4000; ++round) {
     std::string format = "<%";
     for (int flags = random() % 4; flags > 0; --flags)
-      format += kFlags[random() % 5];
+      format += "-+ #0"[random() % 5];
     if (random() % 2) format += std::to_string(random() % 320);
     if (random() % 2) format += "." + (random() % 4 ? std::to_string(random() % 320) : "");
-    const char conversion = kConversions[random() % 8];
-    format += conversion;
-    format += ">";
+    const char conversion = "diuoxXcs"[random() % 8];
+    format += conversion + std::string(">");
     const int number = static_cast<int>(random());
-    atr_translate tr(format.c_str());
-    char expected[700];
     if (conversion == 's') {
-      atr_SubstituteFormat(tr, 1, kText);
-      std::snprintf(expected, sizeof expected, format.c_str(), kText);
+      ExpectAsSnprintf(format, "a user message");
     } else if (conversion == 'c') {
-      atr_SubstituteFormat(tr, 1, 'A' + number % 26);
-      std::snprintf(expected, sizeof expected, format.c_str(), 'A' + number % 26);
+      ExpectAsSnprintf(format, 'A' + number % 26);
     } else if (conversion == 'd' || conversion == 'i') {
-      atr_SubstituteFormat(tr, 1, number);
-      std::snprintf(expected, sizeof expected, format.c_str(), number);
+      ExpectAsSnprintf(format, number);
     } else {
-      atr_SubstituteFormat(tr, 1, static_cast<unsigned>(number));
-      std::snprintf(expected, sizeof expected, format.c_str(), static_cast<unsigned>(number));
+      ExpectAsSnprintf(format, static_cast<unsigned>(number));
     }
-    ASSERT_EQ(tr.Result(), expected) << format;
   }
 }
 
