@@ -23,6 +23,17 @@ cow_String Private(const cow_String& text) {
   return cow_String(text.c_str(), text.Length());
 }
 
+// The value of the key, or null: the map's own search, walked once over its nodes, where
+// IsMember and ConstGet would walk them twice under the lock.
+const cow_String* Lookup(const cow_Map<cow_String, cow_String>& map, const cow_String& key) {
+  const cow_MapNode<cow_String, cow_String>* node = map.Root().GetPtr();
+  // Keys of another length are passed over without the call that compares the texts.
+  for (int depth = 0;
+       node != nullptr && (node->m_Key.Length() != key.Length() || node->m_Key != key); ++depth)
+    node = (cow_MapKey<cow_String>::Bit(key, depth) ? node->m_One : node->m_Zero).GetPtr();
+  return node != nullptr ? &node->m_Value : nullptr;
+}
+
 bool IsDigits(const cow_String& value) {
   for (int i = 0; i < value.Length(); ++i) {
     if (value.c_str()[i] < '0' || value.c_str()[i] > '9') return false;
@@ -107,17 +118,18 @@ cow_String utl_CommandLine::ConstGet(int index) const {
   return Private(m_Arguments.ConstGet(index));
 }
 
-bool utl_CommandLine::Find(const cow_String& name, cow_String& value) const {
+cow_String utl_CommandLine::Find(const cow_String& name, bool& found) const {
   thr_Hold<thr_Mutex> hold(m_Lock);
-  if (!m_Options.IsMember(name)) return false;
-  value = Private(m_Options.ConstGet(name));
-  return true;
+  const cow_String* value = Lookup(m_Options, name);
+  found = value != nullptr;
+  return found ? Private(*value) : cow_String();
 }
 
 // The lock is released before the raise.
 cow_String utl_CommandLine::Value(const cow_String& name) const {
-  cow_String value;
-  if (!Find(name, value)) NEX_THROW(utl_MissingCmdLineArgException(name));
+  bool found;
+  cow_String value = Find(name, found);
+  if (!found) NEX_THROW(utl_MissingCmdLineArgException(name));
   return value;
 }
 
@@ -127,8 +139,9 @@ cow_String utl_CommandLine::ConstGetValue(const cow_String& name) const {
 
 cow_String utl_CommandLine::ConstGetValue(const cow_String& name,
                                           const cow_String& fallback) const {
-  cow_String value;
-  return Find(name, value) ? value : fallback;
+  bool found;
+  cow_String value = Find(name, found);
+  return found ? value : fallback;
 }
 
 int utl_CommandLine::ConstGetValueAsInt(const cow_String& name) const {
@@ -136,8 +149,9 @@ int utl_CommandLine::ConstGetValueAsInt(const cow_String& name) const {
 }
 
 int utl_CommandLine::ConstGetValueAsInt(const cow_String& name, int fallback) const {
-  cow_String value;
-  return Find(name, value) ? ToInt(CheckedDigits(name, value)) : fallback;
+  bool found;
+  const cow_String value = Find(name, found);
+  return found ? ToInt(CheckedDigits(name, value)) : fallback;
 }
 
 size_t utl_CommandLine::ConstGetValueAsSizeT(const cow_String& name) const {
@@ -145,8 +159,9 @@ size_t utl_CommandLine::ConstGetValueAsSizeT(const cow_String& name) const {
 }
 
 size_t utl_CommandLine::ConstGetValueAsSizeT(const cow_String& name, size_t fallback) const {
-  cow_String value;
-  return Find(name, value) ? omi_strtoSizeT(CheckedDigits(name, value).c_str()) : fallback;
+  bool found;
+  const cow_String value = Find(name, found);
+  return found ? omi_strtoSizeT(CheckedDigits(name, value).c_str()) : fallback;
 }
 
 cow_Map<cow_String, cow_String> utl_CommandLine::ConstGetValueAsDictionary(
@@ -179,8 +194,9 @@ void utl_CommandLine::SetArgs(const cow_List<cow_String>& arguments) {
 }
 
 void utl_CommandLine::RaiseDebugLevels() const {
-  cow_String levels;
-  if (!Find("error", levels)) return;
+  bool found;
+  const cow_String levels = Find("error", found);
+  if (!found) return;
   const cow_Map<cow_String, cow_String> facilities = ParseDictionary(levels);
   cow_ConstMapIterator<cow_String, cow_String> it(facilities);
   for (it.First(); !it.IsDone(); it.Next()) {

@@ -77,8 +77,8 @@ class VRKLNU_EXPORT utl_CommandLine : public thr_GlobalSingleton<utl_CommandLine
   // nothing is cleared.
   void SetArgs(const cow_List<cow_String>& arguments);
   void RaiseDebugLevels() const;
-  // A private copy of the option's value; false when the option is absent.
-  bool Find(const cow_String& name, cow_String& value) const;
+  // A private copy of the option's value, and whether the option is present.
+  cow_String Find(const cow_String& name, bool& found) const;
   cow_String Value(const cow_String& name) const;
 
   cow_Map<cow_String, cow_String> m_Options;
