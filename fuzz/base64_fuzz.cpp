@@ -5,30 +5,25 @@
 #include <string>
 #include <vector>
 
-#include "VRKLnuLifecycle.h"
+#include "VRKFuzz.h"
 #include "internal/utl_Base64Codec.h"
 #include "utl_Base64.h"
 
 namespace {
-
-void Check(bool condition) {
-  if (!condition) __builtin_trap();
-}
 
 std::string Decoded(utl_Base64Isa isa, const std::string& text, bool strict) {
   std::vector<unsigned char> out(text.size() / 4 * 3 + 3 + kUtlBase64DecodeSlack);
   size_t length = 0;
   const utl_Base64Status status =
       utl_base64DecodeRun(isa, text.data(), text.size(), strict, out.data(), length);
-  Check(length <= text.size() / 4 * 3 + 2);
+  VRKFuzzCheck(length <= text.size() / 4 * 3 + 2);
   return std::to_string(static_cast<int>(status)) + std::string(out.begin(), out.begin() + length);
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  static int tally = 0;
-  VRKLnuBasicUtils_initialize(tally);
+  VRKFuzzStartLibrary();
   return 0;
 }
 
@@ -42,25 +37,26 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (const std::string& text : {input, trimmed}) {
       const std::string expected = Decoded(utl_Base64Isa::kScalar, text, strict);
       if (__builtin_cpu_supports("ssse3"))
-        Check(Decoded(utl_Base64Isa::kSsse3, text, strict) == expected);
+        VRKFuzzCheck(Decoded(utl_Base64Isa::kSsse3, text, strict) == expected);
       if (__builtin_cpu_supports("avx2"))
-        Check(Decoded(utl_Base64Isa::kAvx2, text, strict) == expected);
+        VRKFuzzCheck(Decoded(utl_Base64Isa::kAvx2, text, strict) == expected);
     }
     // The public function trims the newlines at the ends first.
     const std::string expected = Decoded(utl_Base64Isa::kScalar, trimmed, strict);
     cow_String text(input.data(), static_cast<int>(size));
     try {
       const cow_String bytes = utl_base64Decode(text, strict);
-      Check(expected[0] == '0' && std::string(bytes.c_str(), bytes.Length()) == expected.substr(1));
+      VRKFuzzCheck(expected[0] == '0' &&
+                   std::string(bytes.c_str(), bytes.Length()) == expected.substr(1));
     } catch (const utl_Base64CodecError&) {
-      Check(expected[0] != '0');
+      VRKFuzzCheck(expected[0] != '0');
     }
   }
 
   cow_String bytes(input.data(), static_cast<int>(size));
   cow_String text = utl_base64Encode(bytes, false);
-  Check(utl_base64Decode(text, true) == bytes);
+  VRKFuzzCheck(utl_base64Decode(text, true) == bytes);
   const cow_String lines = utl_base64Encode(bytes, true);
-  Check(lines.Length() == text.Length() + static_cast<int>((size + 56) / 57));
+  VRKFuzzCheck(lines.Length() == text.Length() + static_cast<int>((size + 56) / 57));
   return 0;
 }

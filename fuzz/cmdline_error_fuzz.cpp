@@ -3,20 +3,11 @@
 #include <cstdint>
 #include <string>
 
-#include "VRKLnuLifecycle.h"
+#include "VRKFuzz.h"
 #include "utl_CommandLine.h"
 
-namespace {
-
-void Check(bool condition) {
-  if (!condition) __builtin_trap();
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  static int tally = 0;
-  VRKLnuBasicUtils_initialize(tally);
+  VRKFuzzStartLibrary();
   return 0;
 }
 
@@ -30,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     cow_ConstMapIterator<cow_String, cow_String> it(levels);
     for (it.First(); !it.IsDone(); it.Next()) {
       const cow_String& key = it.CurrentKey();
-      Check(key.Find(",") == key.Length() && key.Find("=") == key.Length());
+      VRKFuzzCheck(key.Find(",") == key.Length() && key.Find("=") == key.Length());
     }
     try {
       line.ConstGetValueAsInt("error", 0);

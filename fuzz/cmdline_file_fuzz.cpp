@@ -7,25 +7,20 @@
 #include <cstdio>
 #include <string>
 
-#include "VRKLnuLifecycle.h"
+#include "VRKFuzz.h"
 #include "utl_CommandLine.h"
 
 namespace {
 
 std::string path;
 
-void Check(bool condition) {
-  if (!condition) __builtin_trap();
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  static int tally = 0;
-  VRKLnuBasicUtils_initialize(tally);
+  VRKFuzzStartLibrary();
   char name[] = "/tmp/cmdline_file_fuzz_XXXXXX";
   const int fd = mkstemp(name);
-  Check(fd >= 0);
+  VRKFuzzCheck(fd >= 0);
   close(fd);
   path = name;
   return 0;
@@ -33,16 +28,16 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   FILE* file = std::fopen(path.c_str(), "wb");
-  Check(file != nullptr && std::fwrite(data, 1, size, file) == size);
+  VRKFuzzCheck(file != nullptr && std::fwrite(data, 1, size, file) == size);
   std::fclose(file);
   char* argv[] = {const_cast<char*>("prog"), const_cast<char*>("-clargsfile"), &path[0], nullptr};
   utl_CommandLineSetup(3, argv);
   const utl_CommandLine& line = utl_CommandLine::Instance();
-  Check(line.Size() >= 1 && line.Size() <= 1024);
-  Check(line.ConstGet(0) == "prog");
+  VRKFuzzCheck(line.Size() >= 1 && line.Size() <= 1024);
+  VRKFuzzCheck(line.ConstGet(0) == "prog");
   for (int i = 1; i < line.Size(); ++i) {
     const cow_String argument = line.ConstGet(i);
-    Check(argument.Length() <= 1023 && argument.Find("\n") == argument.Length());
+    VRKFuzzCheck(argument.Length() <= 1023 && argument.Find("\n") == argument.Length());
   }
   if (line.IsMember("error")) line.ConstGetValueAsDictionary("error");
   utl_CommandLine::Finalize();

@@ -4,13 +4,10 @@
 #include <cstdlib>
 #include <string>
 
+#include "VRKFuzz.h"
 #include "utl_BlkBitUtils.h"
 
 namespace {
-
-void Check(bool condition) {
-  if (!condition) __builtin_trap();
-}
 
 // Words the runs of the text may cover, kept small so that each input stays quick: a run may
 // rightly reach the end of the bit range, half a gigabyte of words.
@@ -40,10 +37,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   utl_BlkBitUtils::GetMaskFromString(lines, mask);
   omi_BlkBitVect back;
   utl_BlkBitUtils::GetMaskFromString(utl_BlkBitUtils::GetMaskString(mask), back);
-  Check(back.Count() == mask.Count() && mask.Count() == omi_BlkBitVect(mask).Recount());
+  VRKFuzzCheck(back.Count() == mask.Count() && mask.Count() == omi_BlkBitVect(mask).Recount());
   unsigned bit = 0;
   omi_BlkBitVectTrav walk(&mask);
   for (bool found = walk.First(bit); found; found = walk.Next(bit))
-    Check(back.IsSet(bit));
+    VRKFuzzCheck(back.IsSet(bit));
   return 0;
 }
