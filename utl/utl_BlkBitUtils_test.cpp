@@ -10,43 +10,40 @@
 namespace {
 
 using BlkBitUtilsTest = VRKFootprintTest;
+using Lines = std::vector<std::string>;
+using Words = std::vector<unsigned>;
 
-omi_BlkBitVect FromWords(const std::vector<unsigned>& words) {
+omi_BlkBitVect FromWords(const Words& words) {
   omi_BlkBitVect mask;
   for (unsigned i = 0; i < words.size(); ++i)
     mask.SetWord(i, words[i]);
   return mask;
 }
 
-std::vector<std::string> Lines(const omi_BlkBitVect& mask) {
-  const cow_List<cow_String> lines = utl_BlkBitUtils::GetMaskString(mask);
-  std::vector<std::string> texts;
-  for (int i = 0; i < lines.Count(); ++i)
-    texts.push_back(lines.ConstGet(i).c_str());
-  return texts;
-}
-
-cow_List<cow_String> List(const std::vector<std::string>& texts) {
-  cow_List<cow_String> list;
-  for (const std::string& text : texts)
-    list.Append(cow_String(text.data(), static_cast<int>(text.size())));
-  return list;
-}
-
-std::vector<unsigned> Words(const omi_BlkBitVect& mask, unsigned count) {
-  std::vector<unsigned> words;
+// The words up to the one that holds the highest set bit.
+Words ToWords(const omi_BlkBitVect& mask) {
+  Words words;
+  unsigned last = 0;
+  const unsigned count = omi_BlkBitVectTrav(&mask).Last(last) ? last / 32 + 1 : 0;
   for (unsigned i = 0; i < count; ++i)
     words.push_back(mask.GetWord(i));
   return words;
 }
 
-using L = std::vector<std::string>;
-using W = std::vector<unsigned>;
+// Reads the lines into `mask`, which must keep its count of set bits right.
+Words Read(const Lines& lines, omi_BlkBitVect mask = omi_BlkBitVect()) {
+  cow_List<cow_String> list;
+  for (const std::string& line : lines)
+    list.Append(cow_String(line.data(), static_cast<int>(line.size())));
+  utl_BlkBitUtils::GetMaskFromString(list, mask);
+  EXPECT_EQ(mask.Count(), omi_BlkBitVect(mask).Recount());
+  return ToWords(mask);
+}
 
 TEST_F(BlkBitUtilsTest, WritesRunsOfWordsSevenItemsALineAndReadsThemBack) {
   const struct {
-    W words;
-    L lines;
+    Words words;
+    Lines lines;
   } cases[] = {
       {{}, {"[]"}},
       {{0xff, 0xff, 0xff, 0, 0xa}, {"[#ff:3 #0 #a ]"}},
@@ -55,48 +52,38 @@ TEST_F(BlkBitUtilsTest, WritesRunsOfWordsSevenItemsALineAndReadsThemBack) {
       {{1, 2, 3, 4, 5, 6, 7, 7, 8, 0xffffffff}, {"[#1 #2 #3 #4 #5 #6 #7:2 ", "#8 #ffffffff ]"}},
   };
   for (const auto& c : cases) {
-    const omi_BlkBitVect mask = FromWords(c.words);
-    EXPECT_EQ(Lines(mask), c.lines);
-    omi_BlkBitVect back;
-    utl_BlkBitUtils::GetMaskFromString(List(c.lines), back);
-    EXPECT_EQ(Words(back, 12), Words(mask, 12));
-    EXPECT_EQ(back.Count(), mask.Count());
+    const cow_List<cow_String> written = utl_BlkBitUtils::GetMaskString(FromWords(c.words));
+    Lines texts;
+    for (int i = 0; i < written.Count(); ++i)
+      texts.push_back(written.ConstGet(i).c_str());
+    EXPECT_EQ(texts, c.lines);
+    EXPECT_EQ(Read(c.lines), c.words);
   }
 }
 
 TEST_F(BlkBitUtilsTest, ReadsItemsOfAnyShapeByTheirRules) {
   const struct {
-    L lines;
-    W words;
+    Lines lines;
+    Words words;
   } cases[] = {
       // A ':' counts only before the next blank; lines don't matter.
-      {{"#3 :2 #4:", "2 #5"}, {3, 4, 5, 0}},
+      {{"#3 :2 #4:", "2 #5"}, {3, 4, 5}},
       {{"#0:2 #c", "#0x1f:2 #zz #:9 # 6"}, {0, 0, 0xc, 0x1f, 0x1f, 6}},
       {{"#1:-4 #2:0 #7:x #123456789 #-1"}, {7, 0xffffffff, 0xffffffff}},
       {{"no items at all ]"}, {}},
       // A NUL ends a line; the first ':' before the blank serves both items.
       {{std::string("#5\0#6", 5), "#1#2:3"}, {5, 1, 1, 1, 2, 2, 2}},
   };
-  for (const auto& c : cases) {
-    omi_BlkBitVect mask;
-    utl_BlkBitUtils::GetMaskFromString(List(c.lines), mask);
-    EXPECT_EQ(Words(mask, static_cast<unsigned>(c.words.size()) + 2), [&] {
-      W expected = c.words;
-      expected.resize(c.words.size() + 2);
-      return expected;
-    }()) << c.lines[0];
-    EXPECT_EQ(mask.Count(), FromWords(c.words).Count());
-  }
+  for (const auto& c : cases)
+    EXPECT_EQ(Read(c.lines), c.words) << c.lines[0];
   // A zero word moves on without clearing; runs end at the last word of the bit range.
-  omi_BlkBitVect mask = FromWords({9, 9, 9});
-  utl_BlkBitUtils::GetMaskFromString(List({"#0:2 #1"}), mask);
-  EXPECT_EQ(Words(mask, 4), (W{9, 9, 1, 0}));
+  EXPECT_EQ(Read({"#0:2 #1"}, FromWords({9, 9, 9})), (Words{9, 9, 1}));
+  cow_List<cow_String> end;
+  end.Append("#0:134217726 #1:5");
   omi_BlkBitVect last;
-  utl_BlkBitUtils::GetMaskFromString(List({"#0:134217726 #1:5"}), last);
-  EXPECT_EQ(last.Count(), 2u);
+  utl_BlkBitUtils::GetMaskFromString(end, last);
   unsigned bit = 0;
-  EXPECT_TRUE(omi_BlkBitVectTrav(&last).Last(bit));
-  EXPECT_EQ(bit, 0xffffffe0u);
+  EXPECT_TRUE(omi_BlkBitVectTrav(&last).Last(bit) && bit == 0xffffffe0u && last.Count() == 2);
 }
 
 }  // namespace
