@@ -1,0 +1,28 @@
+// How an array joins and leaves the agent it pages through: an owner counts itself in and
+// stands in the agent's ring; the last owner to leave flushes and deletes the agent.
+#ifndef CLS_AGENTOWNER_H
+#define CLS_AGENTOWNER_H
+
+#include "cls_AgentListPrim.h"
+#include "cls_PC.h"
+
+template <class T>
+void cls_JoinAgent(cls_AgentListPrim<T>* agent, const cls_PC& owner) {
+  agent->AddRef();
+  agent->Link(const_cast<cls_PC*>(&owner));
+}
+
+// Clears `agent`; true when `owner` was the last one, which flushed and deleted it.
+template <class T>
+bool cls_LeaveAgent(cls_AgentListPrim<T>*& agent, const cls_PC& owner) {
+  agent->Release();
+  const bool last = agent->RefCount() == 0;
+  if (last) {
+    owner.Flush();
+    delete agent;
+  }
+  agent = nullptr;
+  return last;
+}
+
+#endif  // CLS_AGENTOWNER_H
