@@ -109,10 +109,13 @@ void cls_ArrayPrim<T>::Evict(int keep) const {
 template <class T>
 cls_ArrayPrimBufferImpl<T>* cls_ArrayPrim<T>::GetBuffer(int index) const {
   if (index < 0 || index > m_Size) return nullptr;
-  Evict(index);
   const int key = BlockKey(index);
   Trie& trie = m_Trie.GetRef();
-  if (const cls_ArrayPrimBuffer<T>* held = trie.ConstGetPtr(key)) return held->Get();
+  const cls_ArrayPrimBuffer<T>* held = trie.ConstGetPtr(key);
+  // Held, and nothing else to evict: the common case of sequential access.
+  if (held != nullptr && (m_Agent == nullptr || trie.Size() == 1)) return held->Get();
+  Evict(index);
+  if (held != nullptr) return held->Get();  // evicting others moves no leaf
   cls_ArrayPrimBufferImpl<T>* block = trie.Insert(key, cls_ArrayPrimBuffer<T>::New()).Get();
   // Growing onto a new block: there is nothing to read.
   if (index == key && index == m_Size) return block;
@@ -206,6 +209,8 @@ void cls_ArrayPrim<T>::DBWriteBody(const cls_WriteVisitor& visitor) const {
     m_Size = stored;
     return;
   }
+  // The elements in memory go over the start of what the list holds. The message is the
+  // system's own, its odd "(s)" included.
   if (stored != 0) cls_Report("cls_ArrayPrim::DBWrite: Index conflicts(s) in list.");
   Evict(m_Size);
   Flush();

@@ -114,14 +114,15 @@ class cls_ArrayPrim : public cls_PC {
   // blocks in memory stay.
   void Detach() override;
   // The array as a list record (tag 5x for T): the first write attaches it to the agent
-  // that the memento gives.
+  // that the memento gives (a store that gives none leaves it unattached).
   virtual void DBWrite(const cls_WriteVisitor& visitor) const;
   virtual unsigned DynTypeId() const;
 
   int Size() const { return m_Size; }
   void Append(const T& value);
   // Sends `count` values straight to the store (flushing before and after) and grows by
-  // them. An unattached array prints why it can't and still grows by `count`.
+  // them; the flushes happen also for a count of 0. An unattached array has no store to
+  // send them to: it prints why, and changes nothing.
   void AppendBlock(const T* values, int count);
   // The element, for writing (its block becomes dirty) and for reading. A bad index prints a
   // message; the reference is then not usable.

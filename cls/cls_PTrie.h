@@ -10,9 +10,10 @@
 //   // First() is done by the iterator's constructor; keys come in unsigned order
 //
 // Keys are compared as bit strings, so they order as unsigned numbers: negative keys come
-// last. A lookup costs one bit test and one virtual call a level, at most 32 levels, and
-// allocates nothing; so does iteration, which keeps no stack: each step walks down the path
-// of the current key again. Values are copied into the leaves.
+// last. A lookup costs one bit test a level, at most 32 levels, and one virtual call at each
+// end of the walk, and allocates nothing; so does iteration, which keeps no stack: each step
+// walks down the path of the current key again. Values are copied into the leaves. The nodes live
+// in cells that the trie cuts from blocks of its own (cls_PTrieCells) and gives back when it goes.
 //
 // The trie keeps a working copy of the key of the current operation, which the nodes read
 // their bits from, so that even a lookup writes to the trie: a trie is for one thread at a
@@ -21,7 +22,9 @@
 #ifndef CLS_PTRIE_H
 #define CLS_PTRIE_H
 
+#include <cstddef>
 #include <cstdint>
+#include <new>
 #include <type_traits>
 
 #include "VRKBasExport.h"
@@ -73,6 +76,76 @@ class cls_PTrieKey {
   uint32_t m_Words[N];
 };
 
+// The storage of a trie's nodes of one kind: cells of one size, cut from blocks that the trie
+// takes from the memory layer as it grows (4 cells, then twice as many each time, up to 4096),
+// and reused through a free list; the blocks go back with the trie. Cells are a power of two
+// in size and aligned to it, so that no node straddles two cache lines. Keeping the nodes
+// dense and free of per-allocation headers halves the memory that a look-up walks through.
+template <size_t Size, size_t Align>
+class cls_PTrieCells {
+ public:
+  cls_PTrieCells() = default;
+  cls_PTrieCells(const cls_PTrieCells&) = delete;
+  cls_PTrieCells& operator=(const cls_PTrieCells&) = delete;
+  ~cls_PTrieCells() {
+    while (m_Block != nullptr) {
+      Block* const previous = m_Block->previous;
+      mem_Free(m_Block);
+      m_Block = previous;
+    }
+  }
+
+  void* Take() {
+    if (m_Free != nullptr) {
+      FreeCell* const cell = m_Free;
+      m_Free = cell->next;
+      return cell;
+    }
+    if (m_Left == 0) AddBlock();
+    void* const cell = m_Next;
+    m_Next += kStride;
+    --m_Left;
+    return cell;
+  }
+  // Takes back a cell whose node is destroyed.
+  void Give(void* cell) { m_Free = new (cell) FreeCell{m_Free}; }
+
+ private:
+  static constexpr size_t Stride() {
+    size_t stride = sizeof(void*);
+    while (stride < Size || stride < Align)
+      stride *= 2;
+    return stride;
+  }
+  static constexpr size_t kStride = Stride();
+
+  struct FreeCell {
+    FreeCell* next;
+  };
+  // A block is this header, room to align, and its cells.
+  struct Block {
+    Block* previous;
+  };
+
+  void AddBlock() {
+    const size_t capacity = m_Block == nullptr ? 4 : (m_Capacity < 4096 ? 2 * m_Capacity : 4096);
+    void* const raw = mem_OperatorNewThrow(sizeof(Block) + kStride + capacity * kStride);
+    Block* const block = static_cast<Block*>(raw);
+    block->previous = m_Block;
+    m_Block = block;
+    m_Capacity = capacity;
+    m_Left = capacity;
+    const uintptr_t first = reinterpret_cast<uintptr_t>(block + 1) + kStride - 1;
+    m_Next = reinterpret_cast<unsigned char*>(first & ~uintptr_t{kStride - 1});
+  }
+
+  Block* m_Block = nullptr;
+  FreeCell* m_Free = nullptr;
+  unsigned char* m_Next = nullptr;
+  size_t m_Left = 0;
+  size_t m_Capacity = 0;
+};
+
 template <class K, class V, int N>
 class cls_PTrie;
 template <class K, class V, int N>
@@ -86,6 +159,8 @@ class cls_PTrieNode : public mem_AllocationOperators {
   using Trie = cls_PTrie<K, V, N>;
   using Iter = cls_PTrieIter<K, V, N>;
 
+  // `bit`: the bit an internal node tests, -1 for a leaf.
+  explicit cls_PTrieNode(int bit) : m_Bit(bit) {}
   virtual ~cls_PTrieNode() {}
   // The value of the trie's working key in this subtree, or null.
   virtual const V* Locate(const Trie& trie, const K& key) const = 0;
@@ -97,24 +172,38 @@ class cls_PTrieNode : public mem_AllocationOperators {
   virtual cls_PTrieNode* Remove(Trie& trie, const K& key) = 0;
   // The next leaf after the iterator's key in this subtree: 1 when the iterator got one.
   virtual int Next(Iter& iter) const = 0;
+
+  // The bit that an internal node tests; -1 for a leaf. Kept in the base so that a look-up
+  // can walk down the internal nodes in a loop, without a virtual call a level: a chain of
+  // calls, each through a pointer just loaded, took about twice as long.
+  const int m_Bit;
 };
 
 template <class K, class V, int N>
 class cls_PTrieInternalNode : public cls_PTrieNode<K, V, N> {
  public:
   using Node = cls_PTrieNode<K, V, N>;
+  using Node::m_Bit;
   using typename Node::Iter;
   using typename Node::Trie;
 
   // A node on `bit` over `zero` and `one`, which it owns.
-  cls_PTrieInternalNode(int bit, Node* zero, Node* one) : m_Bit(bit), m_Child{zero, one} {}
+  cls_PTrieInternalNode(int bit, Node* zero, Node* one) : Node(bit), m_Child{zero, one} {}
+  // Destroys the children it still holds; their cells go back with the trie's.
   ~cls_PTrieInternalNode() override {
-    delete m_Child[0];
-    delete m_Child[1];
+    for (Node* child : m_Child) {
+      if (child != nullptr) child->~Node();
+    }
   }
 
+  // Walks down the internal nodes below to the leaf that the working key's bits lead to, and
+  // leaves the comparison to it.
   const V* Locate(const Trie& trie, const K& key) const override {
-    return m_Child[trie.m_Key.Bit(m_Bit)]->Locate(trie, key);
+    const Node* node = this;
+    do {
+      node = static_cast<const cls_PTrieInternalNode*>(node)->m_Child[trie.m_Key.Bit(node->m_Bit)];
+    } while (node->m_Bit >= 0);
+    return node->Locate(trie, key);
   }
 
   int Insert(Trie& trie, const K& key, const V& value) override {
@@ -130,10 +219,10 @@ class cls_PTrieInternalNode : public cls_PTrieNode<K, V, N> {
     Node* const child = m_Child[side];
     Node* const replacement = child->Remove(trie, key);
     if (replacement == child) return this;
-    delete child;
+    trie.Discard(child, replacement == nullptr);
     m_Child[side] = replacement;
     if (replacement != nullptr) return this;
-    // One child is left: it takes this node's place, and this node must not delete it.
+    // One child is left: it takes this node's place, and this node must not destroy it.
     Node* const other = m_Child[1 - side];
     m_Child[1 - side] = nullptr;
     return other;
@@ -145,7 +234,6 @@ class cls_PTrieInternalNode : public cls_PTrieNode<K, V, N> {
   }
 
  private:
-  int m_Bit;
   Node* m_Child[2];  // taken when the key's bit is 0 and 1
 };
 
@@ -157,7 +245,7 @@ class cls_PTrieLeafNode : public cls_PTrieNode<K, V, N> {
   using typename Node::Trie;
   using Key = cls_PTrieKey<K, N>;
 
-  cls_PTrieLeafNode(const Key& key, const V& value) : m_Key(key), m_Value(value) {}
+  cls_PTrieLeafNode(const Key& key, const V& value) : Node(-1), m_Key(key), m_Value(value) {}
 
   const V* Locate(const Trie& trie, const K&) const override {
     return m_Key == trie.m_Key ? &m_Value : nullptr;
@@ -208,7 +296,9 @@ class cls_PTrie : public mem_AllocationOperators {
   cls_PTrie() = default;
   cls_PTrie(const cls_PTrie&) = delete;
   cls_PTrie& operator=(const cls_PTrie&) = delete;
-  ~cls_PTrie() { delete m_Root; }
+  ~cls_PTrie() {
+    if (m_Root != nullptr) m_Root->~Node();
+  }
 
   // Stores a copy of `value` under `key`, replacing the value of a key already there; returns
   // the stored value.
@@ -230,7 +320,7 @@ class cls_PTrie : public mem_AllocationOperators {
     if (m_Root == nullptr) return;
     Node* const replacement = m_Root->Remove(*this, key);
     if (replacement == m_Root) return;
-    delete m_Root;
+    Discard(m_Root, replacement == nullptr);
     m_Root = replacement;
   }
 
@@ -264,7 +354,14 @@ class cls_PTrie : public mem_AllocationOperators {
 
   // A new leaf for the working key, which becomes the item.
   Leaf* NewLeaf(const V& value) {
-    Leaf* const leaf = new Leaf(m_Key, value);
+    void* const cell = m_Leaves.Take();
+    Leaf* leaf;
+    try {
+      leaf = new (cell) Leaf(m_Key, value);
+    } catch (...) {
+      m_Leaves.Give(cell);
+      throw;
+    }
     SetItem(leaf);
     IncSize();
     return leaf;
@@ -272,13 +369,25 @@ class cls_PTrie : public mem_AllocationOperators {
   // A node on `bit` over `old` and a new leaf for the working key, on the side of the
   // key's bit.
   Internal* Branch(int bit, Node* old, const V& value) {
-    Leaf* const leaf = NewLeaf(value);
+    void* const cell = m_Internals.Take();
+    Leaf* leaf;
     try {
-      return m_Key.Bit(bit) ? new Internal(bit, old, leaf) : new Internal(bit, leaf, old);
+      leaf = NewLeaf(value);
     } catch (...) {
-      delete leaf;
-      DecSize();
+      m_Internals.Give(cell);
       throw;
+    }
+    return m_Key.Bit(bit) ? new (cell) Internal(bit, old, leaf)
+                          : new (cell) Internal(bit, leaf, old);
+  }
+  // Destroys a node that holds no children, a leaf or an internal node, and gives back its
+  // cell. A removed leaf leaves nothing in its place, a collapsed internal node its child.
+  void Discard(Node* node, bool leaf) {
+    node->~Node();
+    if (leaf) {
+      m_Leaves.Give(node);
+    } else {
+      m_Internals.Give(node);
     }
   }
 
@@ -286,6 +395,8 @@ class cls_PTrie : public mem_AllocationOperators {
   mutable Key m_Key;  // the key of the current operation, which the nodes read
   Node* m_Root = nullptr;
   Leaf* m_Item = nullptr;  // the leaf of the latest Insert
+  cls_PTrieCells<sizeof(Leaf), alignof(Leaf)> m_Leaves;
+  cls_PTrieCells<sizeof(Internal), alignof(Internal)> m_Internals;
 };
 
 // Visits the keys of a trie in ascending unsigned order. The constructor goes to the first.
