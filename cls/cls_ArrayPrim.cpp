@@ -24,8 +24,7 @@ cls_ArrayPrim<T>::cls_ArrayPrim() : m_Trie(new Trie) {}
 template <class T>
 cls_ArrayPrim<T>::cls_ArrayPrim(const cls_ReadVisitor& visitor)
     : m_Trie(new Trie), m_Uid(visitor.GetUid()) {
-  cls_MementoRead* memento = visitor.Memento();
-  m_Agent = memento ? memento->MakeAgentList(T()) : nullptr;
+  m_Agent = cls_StoredAgent<T>(visitor);
   if (m_Agent == nullptr) return;
   m_Size = m_Agent->Size();
   cls_JoinAgent(m_Agent, *this);

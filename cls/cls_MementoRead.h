@@ -29,7 +29,7 @@ class VRKLNU_EXPORT cls_MementoRead : public mem_AllocationOperators {
   virtual int DataIsPresent(const cls_FieldHandle& field) = 0;
   // Spare slots (Spare1 to Spare10), kept so that the store interface keeps its order: no
   // code of the library calls them, and the defaults return null.
-  virtual void* Spare1();
+  virtual void* Spare1() { return nullptr; }
   // Mementos of the object in a field and of this object's base-class part.
   virtual cls_MementoRead* MakeReadObj(const cls_FieldHandle& field) = 0;
   virtual cls_MementoRead* MakeBaseReadObj() = 0;
@@ -45,8 +45,8 @@ class VRKLNU_EXPORT cls_MementoRead : public mem_AllocationOperators {
   virtual char Read(const cls_FieldHandle& field, char otherwise) = 0;
   virtual bool Read(const cls_FieldHandle& field, bool otherwise) = 0;
   virtual long Read(const cls_FieldHandle& field, long otherwise) = 0;
-  virtual void* Spare2();
-  virtual void* Spare3();
+  virtual void* Spare2() { return nullptr; }
+  virtual void* Spare3() { return nullptr; }
 
   // Cursors for collections, in the element order of the write side.
   virtual cls_ReadListObj* MakeListObj() = 0;
@@ -64,12 +64,12 @@ class VRKLNU_EXPORT cls_MementoRead : public mem_AllocationOperators {
   virtual cls_ReadMapInt2Prim<int>* MakeMapInt2Prim(const int& selector) = 0;
   virtual cls_ReadMapInt2Prim<float>* MakeMapInt2Prim(const float& selector) = 0;
   virtual cls_ReadMapInt2Prim<double>* MakeMapInt2Prim(const double& selector) = 0;
-  virtual void* Spare4();
-  virtual void* Spare5();
-  virtual void* Spare6();
-  virtual void* Spare7();
-  virtual void* Spare8();
-  virtual void* Spare9();
+  virtual void* Spare4() { return nullptr; }
+  virtual void* Spare5() { return nullptr; }
+  virtual void* Spare6() { return nullptr; }
+  virtual void* Spare7() { return nullptr; }
+  virtual void* Spare8() { return nullptr; }
+  virtual void* Spare9() { return nullptr; }
   virtual cls_ReadMapString2Prim<unsigned>* MakeMapString2Prim(const unsigned& selector) = 0;
   virtual cls_ReadMapString2Prim<cow_String>* MakeMapString2Prim(const cow_String& selector) = 0;
   virtual cls_ReadMapString2Prim<int>* MakeMapString2Prim(const int& selector) = 0;
@@ -89,7 +89,7 @@ class VRKLNU_EXPORT cls_MementoRead : public mem_AllocationOperators {
   virtual cls_AgentListPrim<cow_String>* MakeAgentList(const cow_String& selector) = 0;
   virtual cls_AgentListPrim<unsigned>* MakeAgentList(const unsigned& selector) = 0;
   virtual cls_AgentBlob* MakeAgentBlob() = 0;
-  virtual void* Spare10();
+  virtual void* Spare10() { return nullptr; }
 };
 
 #endif  // CLS_MEMENTOREAD_H

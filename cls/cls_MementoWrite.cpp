@@ -14,25 +14,6 @@ void cls_MementoWrite::StartSharedPtrOutput() {}
 
 void cls_MementoWrite::EndSharedPtrOutput() {}
 
-void* cls_MementoWrite::Spare1() {
-  return nullptr;
-}
-void* cls_MementoWrite::Spare2() {
-  return nullptr;
-}
-void* cls_MementoWrite::Spare3() {
-  return nullptr;
-}
-void* cls_MementoWrite::Spare4() {
-  return nullptr;
-}
-void* cls_MementoWrite::Spare5() {
-  return nullptr;
-}
-void* cls_MementoWrite::Spare6() {
-  return nullptr;
-}
-
 cls_AgentListObj* cls_MementoWrite::MakeAgentListObj() {
   return nullptr;
 }

@@ -71,12 +71,12 @@ class VRKLNU_EXPORT cls_MementoWrite : public mem_AllocationOperators {
   virtual cls_WriteMapInt2Prim<double>* MakeMapInt2Prim(const double& selector) = 0;
   // Spare slots, kept so that the store interface keeps its order: no code of the library
   // calls them, and the defaults return null.
-  virtual void* Spare1();
-  virtual void* Spare2();
-  virtual void* Spare3();
-  virtual void* Spare4();
-  virtual void* Spare5();
-  virtual void* Spare6();
+  virtual void* Spare1() { return nullptr; }
+  virtual void* Spare2() { return nullptr; }
+  virtual void* Spare3() { return nullptr; }
+  virtual void* Spare4() { return nullptr; }
+  virtual void* Spare5() { return nullptr; }
+  virtual void* Spare6() { return nullptr; }
   virtual cls_WriteMapString2Prim<unsigned>* MakeMapString2Prim(const unsigned& selector) = 0;
   virtual cls_WriteMapString2Prim<cow_String>* MakeMapString2Prim(const cow_String& selector) = 0;
   virtual cls_WriteMapString2Prim<int>* MakeMapString2Prim(const int& selector) = 0;

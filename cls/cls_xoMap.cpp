@@ -23,7 +23,7 @@ V ReadElement(Cursor& cursor) {
 }  // namespace
 
 template <class K, class V>
-cls_xoMap<K, V>::cls_xoMap(const cls_ReadVisitor& visitor) : m_Uid(visitor.GetUid()) {
+cls_xoMap<K, V>::cls_xoMap(const cls_ReadVisitor& visitor) : Base(visitor.GetUid()) {
   const K* keyType = nullptr;
   cls_MementoRead* memento = visitor.Memento();
   if (memento == nullptr) return;
@@ -35,17 +35,10 @@ cls_xoMap<K, V>::cls_xoMap(const cls_ReadVisitor& visitor) : m_Uid(visitor.GetUi
 }
 
 template <class K, class V>
-cls_xoMap<K, V>& cls_xoMap<K, V>::operator=(const Container& map) {
-  if (&map == this) return *this;
-  Container::operator=(map);
-  m_Uid.NewUid();
-  return *this;
-}
-
-template <class K, class V>
 void cls_xoMap<K, V>::DBWrite(const cls_WriteVisitor& visitor) const {
   const K* keyType = nullptr;
-  cls_MementoWrite* memento = cls_xpStartRecord<K>(visitor, cls_kMapClassId, m_Uid, cls_CollObjMap);
+  cls_MementoWrite* memento =
+      cls_xpStartRecord<K>(visitor, cls_kMapClassId, this->m_Uid, cls_CollObjMap);
   if (memento == nullptr) return;
   cls_WriteCursor cursor(cls_xoMapCursor(*memento, keyType));
   if (!cursor) return;

@@ -20,31 +20,31 @@
 #include "cls_Uid.h"
 #include "cls_xp2DArray.h"
 #include "cls_xpList.h"
+#include "cls_xpValue.h"
 
 class cls_ReadVisitor;
 class cls_WriteVisitor;
 
 template <class K, class V>
-class cls_xoMap : public cow_Map<K, V> {
+class cls_xoMap : public cls_xpValue<cow_Map<K, V>, 0x230002> {
  public:
   typedef cow_Map<K, V> Container;
 
-  static unsigned TypeId() { return 0x230002; }
-  unsigned DynTypeId() const { return TypeId(); }
-
   cls_xoMap() = default;
-  explicit cls_xoMap(const Container& map) : Container(map) {}
+  explicit cls_xoMap(const Container& map) : Base(map) {}
   explicit cls_xoMap(const cls_ReadVisitor& visitor);
   cls_xoMap(const cls_xoMap&) = default;
   cls_xoMap& operator=(const cls_xoMap&) = default;
   // New contents and a new identity; nothing on self-assignment.
-  cls_xoMap& operator=(const Container& map);
+  cls_xoMap& operator=(const Container& map) {
+    this->Assign(map);
+    return *this;
+  }
 
   void DBWrite(const cls_WriteVisitor& visitor) const;
-  const cls_Uid& Uid() const { return m_Uid; }
 
  private:
-  cls_Uid m_Uid;
+  typedef cls_xpValue<cow_Map<K, V>, 0x230002> Base;
 };
 
 extern template class VRKLNU_EXPORT cow_Map<int, cls_xp1DArrayListInt>;

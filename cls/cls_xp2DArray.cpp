@@ -3,7 +3,7 @@
 #include "internal/cls_xpRecord.h"
 
 template <class T>
-cls_xp2DArray<T>::cls_xp2DArray(const cls_ReadVisitor& visitor) : m_Uid(visitor.GetUid()) {
+cls_xp2DArray<T>::cls_xp2DArray(const cls_ReadVisitor& visitor) : Base(visitor.GetUid()) {
   cls_ReadCursor<cls_ReadListPrim<T>> cursor(cls_xpListCursor<T>(visitor));
   if (!cursor) return;
   const int columns = cursor->RowLength();
@@ -21,17 +21,9 @@ cls_xp2DArray<T>::cls_xp2DArray(const cls_ReadVisitor& visitor) : m_Uid(visitor.
 }
 
 template <class T>
-cls_xp2DArray<T>& cls_xp2DArray<T>::operator=(const Container& array) {
-  if (&array == this) return *this;
-  Container::operator=(array);
-  m_Uid.NewUid();
-  return *this;
-}
-
-template <class T>
 void cls_xp2DArray<T>::DBWrite(const cls_WriteVisitor& visitor) const {
   const T* values = this->ConstData();
-  cls_xpWriteList<T>(visitor, m_Uid, cls_Coll2DArray, this->Columns(),
+  cls_xpWriteList<T>(visitor, this->m_Uid, cls_Coll2DArray, this->Columns(),
                      this->Rows() * this->Columns(),
                      [values](int i) -> const T& { return values[i]; });
 }

@@ -19,34 +19,34 @@
 #include "VRKBasSharedContainers.h"
 #include "cls_Uid.h"
 #include "cls_UidHome.h"
+#include "cls_xpValue.h"
 
 class cls_ReadVisitor;
 class cls_WriteVisitor;
 
 template <class T>
-class cls_xp2DArray : public cow_2DArray<T> {
+class cls_xp2DArray : public cls_xpValue<cow_2DArray<T>, 0x230001> {
  public:
   typedef cow_2DArray<T> Container;
-
-  static unsigned TypeId() { return 0x230001; }
-  unsigned DynTypeId() const { return TypeId(); }
 
   // 0 by 0, with a fresh identity.
   cls_xp2DArray() = default;
   // `rows` by `cols` of T(), with a fresh identity.
-  cls_xp2DArray(int rows, int cols) : Container(rows, cols) {}
-  explicit cls_xp2DArray(const Container& array) : Container(array) {}
+  cls_xp2DArray(int rows, int cols) : Base(Container(rows, cols)) {}
+  explicit cls_xp2DArray(const Container& array) : Base(array) {}
   explicit cls_xp2DArray(const cls_ReadVisitor& visitor);
   cls_xp2DArray(const cls_xp2DArray&) = default;
   cls_xp2DArray& operator=(const cls_xp2DArray&) = default;
   // New contents and a new identity; nothing on self-assignment.
-  cls_xp2DArray& operator=(const Container& array);
+  cls_xp2DArray& operator=(const Container& array) {
+    this->Assign(array);
+    return *this;
+  }
 
   void DBWrite(const cls_WriteVisitor& visitor) const;
-  const cls_Uid& Uid() const { return m_Uid; }
 
- protected:
-  cls_Uid m_Uid;
+ private:
+  typedef cls_xpValue<cow_2DArray<T>, 0x230001> Base;
 };
 
 extern template class VRKLNU_EXPORT cls_xp2DArray<int>;

@@ -3,7 +3,7 @@
 #include "internal/cls_xpRecord.h"
 
 template <class T>
-cls_xpList<T>::cls_xpList(const cls_ReadVisitor& visitor, bool presize) : m_Uid(visitor.GetUid()) {
+cls_xpList<T>::cls_xpList(const cls_ReadVisitor& visitor, bool presize) : Base(visitor.GetUid()) {
   cls_ReadCursor<cls_ReadListPrim<T>> cursor(cls_xpListCursor<T>(visitor));
   if (!cursor) return;
   if (presize) Container::operator=(Container(cow_ListPresize, cursor->Size()));
@@ -12,16 +12,8 @@ cls_xpList<T>::cls_xpList(const cls_ReadVisitor& visitor, bool presize) : m_Uid(
 }
 
 template <class T>
-cls_xpList<T>& cls_xpList<T>::operator=(const Container& list) {
-  if (&list == this) return *this;
-  Container::operator=(list);
-  m_Uid.NewUid();
-  return *this;
-}
-
-template <class T>
 void cls_xpList<T>::DBWrite(const cls_WriteVisitor& visitor) const {
-  cls_xpWriteList<T>(visitor, m_Uid, cls_CollList, 1, this->Count(),
+  cls_xpWriteList<T>(visitor, this->m_Uid, cls_CollList, 1, this->Count(),
                      [this](int i) -> const T& { return this->ConstGet(i); });
 }
 

@@ -24,41 +24,41 @@
 #include "VRKBasSharedContainers.h"
 #include "cls_Uid.h"
 #include "cls_UidHome.h"
+#include "cls_xpValue.h"
 
 class cls_ReadVisitor;
 class cls_WriteVisitor;
 
 template <class T>
-class cls_xpList : public cow_List<T> {
+class cls_xpList : public cls_xpValue<cow_List<T>, 0x230001> {
  public:
   typedef cow_List<T> Container;
-
-  static unsigned TypeId() { return 0x230001; }
-  unsigned DynTypeId() const { return TypeId(); }
 
   // Empty, with a fresh identity.
   cls_xpList() = default;
   // The list's contents, with a fresh identity.
-  explicit cls_xpList(const Container& list) : Container(list) {}
+  explicit cls_xpList(const Container& list) : Base(list) {}
   // The list's contents under the identity given, for an object that keeps the identity of
   // the list it stores.
-  cls_xpList(const Container& list, const cls_Uid& uid) : Container(list), m_Uid(uid) {}
+  cls_xpList(const Container& list, const cls_Uid& uid) : Base(list, uid) {}
   // The stored list and its identity.
   explicit cls_xpList(const cls_ReadVisitor& visitor) : cls_xpList(visitor, false) {}
   // Copies share the contents (copy-on-write) and the identity.
   cls_xpList(const cls_xpList&) = default;
   cls_xpList& operator=(const cls_xpList&) = default;
   // New contents: a new stored object, with a new identity. Nothing on self-assignment.
-  cls_xpList& operator=(const Container& list);
+  cls_xpList& operator=(const Container& list) {
+    this->Assign(list);
+    return *this;
+  }
 
   void DBWrite(const cls_WriteVisitor& visitor) const;
-  const cls_Uid& Uid() const { return m_Uid; }
 
  protected:
+  typedef cls_xpValue<cow_List<T>, 0x230001> Base;
+
   // `presize`: make room for the stored size first, which also picks the list's block size.
   cls_xpList(const cls_ReadVisitor& visitor, bool presize);
-
-  cls_Uid m_Uid;
 };
 
 template <class T>

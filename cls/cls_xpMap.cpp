@@ -37,7 +37,7 @@ constexpr cls_CollectionType Family(const int*) {
 }  // namespace
 
 template <class Map>
-cls_xpMap<Map>::cls_xpMap(const cls_ReadVisitor& visitor) : m_Uid(visitor.GetUid()) {
+cls_xpMap<Map>::cls_xpMap(const cls_ReadVisitor& visitor) : Base(visitor.GetUid()) {
   typedef MapTraits<Map> Traits;
   const typename Traits::Key* keyType = nullptr;
   cls_MementoRead* memento = visitor.Memento();
@@ -50,19 +50,11 @@ cls_xpMap<Map>::cls_xpMap(const cls_ReadVisitor& visitor) : m_Uid(visitor.GetUid
 }
 
 template <class Map>
-cls_xpMap<Map>& cls_xpMap<Map>::operator=(const Container& map) {
-  if (&map == this) return *this;
-  Container::operator=(map);
-  m_Uid.NewUid();
-  return *this;
-}
-
-template <class Map>
 void cls_xpMap<Map>::DBWrite(const cls_WriteVisitor& visitor) const {
   typedef MapTraits<Map> Traits;
   const typename Traits::Key* keyType = nullptr;
-  cls_MementoWrite* memento =
-      cls_xpStartRecord<typename Traits::Value>(visitor, cls_kMapClassId, m_Uid, Family(keyType));
+  cls_MementoWrite* memento = cls_xpStartRecord<typename Traits::Value>(
+      visitor, cls_kMapClassId, this->m_Uid, Family(keyType));
   if (memento == nullptr) return;
   cls_WriteCursor cursor(cls_xpMapCursor<typename Traits::Value>(*memento, keyType));
   if (!cursor) return;

@@ -17,31 +17,31 @@
 #include "VRKBasExport.h"
 #include "VRKBasSharedContainers.h"
 #include "cls_Uid.h"
+#include "cls_xpValue.h"
 
 class cls_ReadVisitor;
 class cls_WriteVisitor;
 
 template <class Map>
-class cls_xpMap : public Map {
+class cls_xpMap : public cls_xpValue<Map, 0x230002> {
  public:
   typedef Map Container;
 
-  static unsigned TypeId() { return 0x230002; }
-  unsigned DynTypeId() const { return TypeId(); }
-
   cls_xpMap() = default;
-  explicit cls_xpMap(const Container& map) : Container(map) {}
+  explicit cls_xpMap(const Container& map) : Base(map) {}
   explicit cls_xpMap(const cls_ReadVisitor& visitor);
   cls_xpMap(const cls_xpMap&) = default;
   cls_xpMap& operator=(const cls_xpMap&) = default;
   // New contents and a new identity; nothing on self-assignment.
-  cls_xpMap& operator=(const Container& map);
+  cls_xpMap& operator=(const Container& map) {
+    this->Assign(map);
+    return *this;
+  }
 
   void DBWrite(const cls_WriteVisitor& visitor) const;
-  const cls_Uid& Uid() const { return m_Uid; }
 
  private:
-  cls_Uid m_Uid;
+  typedef cls_xpValue<Map, 0x230002> Base;
 };
 
 typedef cls_xpMap<cow_Map<int, int>> cls_xpMapInt2Int;

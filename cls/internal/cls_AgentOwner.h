@@ -4,7 +4,16 @@
 #define CLS_AGENTOWNER_H
 
 #include "cls_AgentListPrim.h"
+#include "cls_MementoRead.h"
 #include "cls_PC.h"
+#include "cls_ReadVisitor.h"
+
+// The agent of the stored list that the visitor reads; null with no memento or no list.
+template <class T>
+cls_AgentListPrim<T>* cls_StoredAgent(const cls_ReadVisitor& visitor) {
+  cls_MementoRead* memento = visitor.Memento();
+  return memento ? memento->MakeAgentList(T()) : nullptr;
+}
 
 template <class T>
 void cls_JoinAgent(cls_AgentListPrim<T>* agent, const cls_PC& owner) {
