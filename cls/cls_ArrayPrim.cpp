@@ -23,8 +23,7 @@ cls_ArrayPrim<T>::cls_ArrayPrim() : m_Trie(new Trie) {}
 
 template <class T>
 cls_ArrayPrim<T>::cls_ArrayPrim(const cls_ReadVisitor& visitor)
-    : m_Trie(new Trie), m_Uid(visitor.GetUid()) {
-  m_Agent = cls_StoredAgent<T>(visitor);
+    : m_Trie(new Trie), m_Agent(cls_StoredAgent<T>(visitor)), m_Uid(visitor.GetUid()) {
   if (m_Agent == nullptr) return;
   m_Size = m_Agent->Size();
   cls_JoinAgent(m_Agent, *this);

@@ -18,8 +18,10 @@ cls_SimpleArrayPrim<T>::cls_SimpleArrayPrim(const cls_Uid& uid, int extentQuantu
 
 template <class T>
 cls_SimpleArrayPrim<T>::cls_SimpleArrayPrim(const cls_ReadVisitor& visitor, cls_Uid* uidHome)
-    : m_ExtentQuantum(0), m_Uid(visitor.GetUid()), m_UidHome(uidHome) {
-  m_Agent = cls_StoredAgent<T>(visitor);
+    : m_Agent(cls_StoredAgent<T>(visitor)),
+      m_ExtentQuantum(0),
+      m_Uid(visitor.GetUid()),
+      m_UidHome(uidHome) {
   if (m_Agent == nullptr) return;
   m_ExtentQuantum = m_Agent->ExtentQuantum();
   cls_JoinAgent(m_Agent, *this);

@@ -93,9 +93,9 @@ TEST_F(CoordTest, AContainerStoresItsCoordinatesThroughAListOfFloats) {
   const uti_CoordCont3D back = store.ReadField<uti_CoordCont3D>("flat");
   EXPECT_THAT(store.Take(),
               ElementsAre("root: MakeReadObj flat", "2001d#1: Read numCoord", "2001d#1: GetUid",
-                          "2001d#1: MakeReadObj tempCoord", "230001#2: GetUid",
-                          "230001#2: MakeAgentList<float>", "230001#2: agent Read 0+6",
-                          "230001#2: agent Flush", "230001#2: agent deleted"));
+                          "2001d#1: MakeReadObj tempCoord", "230001#2: MakeAgentList<float>",
+                          "230001#2: GetUid", "230001#2: agent Read 0+6", "230001#2: agent Flush",
+                          "230001#2: agent deleted"));
   EXPECT_TRUE(back == flat);
   EXPECT_TRUE(back.Uid() == flat.Uid());
   EXPECT_TRUE(store.ReadField<uti_CoordCont3D>("list") == list);
