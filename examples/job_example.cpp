@@ -7,6 +7,10 @@
 // the memory budget (64 MB unless -memory says otherwise), finalizes on it, and then runs the
 // steps through mrm_Manager with real allocations from the pools, printing what the job used
 // against what it planned.
+//
+// With LUN_RESOURCE_MONITOR set, the run keeps a resource log, job_example.use, with a mark
+// at the start of each phase, after its computation and at its end, and a timer for each
+// step.
 #include <VRKLnuBasicUtils/VRKLnuBasicUtils.h>
 
 #include <cstdlib>
@@ -184,6 +188,20 @@ void StartPools(const PhasePlan& phase, bool isJob, Held& held) {
   }
 }
 
+// The phase's computation: passes over each of its blocks that read and write every word, so
+// that each phase takes time in proportion to the memory it holds.
+void Compute(Held& held) {
+  constexpr int kPasses = 150;
+  for (auto& [pool, id] : held.blocks) {
+    if (pool->GetPointer(id) == nullptr) continue;
+    auto* words = static_cast<unsigned long long*>(pool->GetPointer(id));
+    const size_t count = static_cast<size_t>(pool->GetSize(id)) / sizeof *words;
+    for (int pass = 0; pass < kPasses; ++pass)
+      for (size_t i = 0; i < count; ++i)
+        words[i] = words[i] * 3 + static_cast<unsigned long long>(pass);
+  }
+}
+
 void GiveBack(Held& held) {
   for (auto& piece : held.pieces)
     piece.first->Free(piece.second);
@@ -195,15 +213,28 @@ void GiveBack(Held& held) {
     mrm_LargeBlockPoolFactory::Shutdown(pool);
 }
 
+// The phase's name in the resource log.
+cow_String PhaseName(const PhasePlan& phase) {
+  if (phase.step == 0) return kNames[phase.name];
+  cow_String name("step ");
+  name += cow_String(phase.step);
+  return name;
+}
+
 // Runs a phase and its children one after the other, with its pools held throughout.
 void RunPhase(const PhasePlan& phase, bool isJob) {
   mrm_Manager& manager = mrm_Manager::Instance();
+  utl_ResourceMonitor& monitor = utl_ResourceMonitor::Instance();
   const mrm_Label label = phase.Label();
   if (!isJob) manager.BeginPhase(label);
+  monitor.Mark(PhaseName(phase) + " begins");
+  if (phase.step > 0) monitor.StartTimer(phase.step, PhaseName(phase));
   Held held;
   StartPools(phase, isJob, held);
   for (const PhasePlan& child : phase.children)
     RunPhase(child, false);
+  Compute(held);
+  monitor.Mark(PhaseName(phase) + " computed");
   if (phase.step > 0) {
     const mrm_Consumption used = manager.ConstGetJobConsumption();
     aio_cout << "  " << label << ": " << used.pinnedBytes / kMB
@@ -211,6 +242,8 @@ void RunPhase(const PhasePlan& phase, bool isJob) {
              << " MB" << aio_endl;
   }
   GiveBack(held);
+  if (phase.step > 0) monitor.StopTimer(phase.step);
+  monitor.Mark(PhaseName(phase) + " ends");
   if (!isJob) manager.EndPhase(label);
 }
 
@@ -234,6 +267,8 @@ int main(int argc, char** argv) {
   }
   int tally = 0;
   VRKLnuBasicUtils_initialize(tally);
+  utl_ResourceMonitor& monitor = utl_ResourceMonitor::Instance();
+  monitor.Initialize("job_example", 0, nullptr, false, false);
   mrm_Manager& manager = mrm_Manager::Instance();
   manager.RegisterLabelPrinter(NameLabel::kTypeKey, NameLabel::Print);
 
@@ -244,6 +279,7 @@ int main(int argc, char** argv) {
   for (const PhasePlan& step : Job().children)
     DeclarePhase(plan, step);
   plan.Analyze();
+  monitor.Mark("plan analysed");
 
   const int chosen = ChooseMilestone(plan, budget);
   const double peak = plan.GetMilestoneCapacity(chosen).hi;
@@ -261,6 +297,7 @@ int main(int argc, char** argv) {
            << peak / kMB << " MB planned; " << used.numBlocks << " blocks and "
            << used.pinnedBytes / kMB << " MB still held." << aio_endl;
 
+  utl_ResourceMonitor::Finalize();
   VRKLnuBasicUtils_finalize(tally);
   return used.numBlocks == 0 && used.peakPinnedBytes <= peak ? 0 : 1;
 }
