@@ -3,6 +3,7 @@
 #include "VRKBasCountedPair.h"
 #include "VRKBasUtlExceptionModel.h"
 #include "utl_ExceptionFactory.h"
+#include "utl_IOTracker.h"
 
 namespace {
 int useCount = 0;
@@ -18,5 +19,6 @@ void VRKLnuUtl_initialize(int& tally) {
 
 void VRKLnuUtl_finalize(int& tally) {
   if (!VRKBasCountedLeave(useCount, tally, "utl")) return;
+  utl_IOTracker_Container::Finalize();
   factory.Remove();
 }
