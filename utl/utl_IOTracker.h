@@ -45,8 +45,8 @@
 // Operations on an id that was never registered in their table do nothing. Events A and B
 // are counted and timed for the client and appear in no report.
 //
-// All operations may be called from any thread; they are serialised by one lock. A Begin
-// starts the entry's stopwatch again, and the matching End adds the time since then.
+// All operations may be called from any thread; they are serialised by one lock. An End adds
+// the time since the entry's last Begin, and none without one.
 // Nothing raises, and a report that can't be written is left out.
 class VRKLNU_EXPORT utl_IOTracker : public mem_AllocationOperators {
  public:

@@ -34,26 +34,6 @@ void CopyName(char (&to)[1024], const char* name) {
   to[sizeof to - 1] = '\0';
 }
 
-// Starts an entry's stopwatch again for one operation.
-void Restart(utl_IOTrackerTable::Entry* entry) {
-  if (entry == nullptr) return;
-  entry->timer.Reset();
-  entry->timer.Start();
-}
-
-void Count(utl_IOFileRecord& record, bool write, int64_t bytes, double seconds) {
-  const double megabytes = static_cast<double>(bytes) * kMegabytesPerByte;
-  if (write) {
-    ++record.writeCount;
-    record.writeMegabytes += megabytes;
-    record.writeTime += seconds;
-  } else {
-    ++record.readCount;
-    record.readMegabytes += megabytes;
-    record.readTime += seconds;
-  }
-}
-
 // Writes rows at a fixed step until the tracker stops.
 class utl_IOTracker_TimedOutTask : public VRKBasAtiThreadTask {
  public:
@@ -125,7 +105,7 @@ utl_IOTrackerTable::Entry* utl_IOTrackerTable::Register(const char* name, int id
   if (m_Count == m_Capacity) GrowEntries();
   Entry& entry = m_Entries[m_Count];
   std::memcpy(entry.name, copy, sizeof copy);
-  entry.timer = omi_Timer();
+  entry.started = 0;
   entry.record = utl_IOFileRecord();
   // A name that begins with the scratch directory is scratch; with no scratch directory,
   // every name does. Both are intended.
@@ -216,6 +196,32 @@ void utl_IOTracker_Lvl0::RegisterUnitName(const char* name, int id) {
   m_Units.Register(name, id, m_ScratchDir, &added);
 }
 
+void utl_IOTracker_Lvl0::Restart(utl_IOTrackerTable::Entry* entry) const {
+  if (entry != nullptr) entry->started = m_Ticks.Now();
+}
+
+double utl_IOTracker_Lvl0::Lap(utl_IOTrackerTable::Entry& entry) const {
+  const uint64_t started = entry.started;
+  entry.started = 0;
+  return started != 0 ? m_Ticks.Seconds(m_Ticks.Now() - started) : 0.0;
+}
+
+void utl_IOTracker_Lvl0::EndTransfer(utl_IOTrackerTable::Entry& entry, int64_t bytes,
+                                     Direction direction) const {
+  utl_IOFileRecord& record = entry.record;
+  const double megabytes = static_cast<double>(bytes) * kMegabytesPerByte;
+  const double seconds = Lap(entry);
+  if (direction == kWrite) {
+    ++record.writeCount;
+    record.writeMegabytes += megabytes;
+    record.writeTime += seconds;
+  } else {
+    ++record.readCount;
+    record.readMegabytes += megabytes;
+    record.readTime += seconds;
+  }
+}
+
 void utl_IOTracker_Lvl0::BeginEventA(int id) {
   thr_Hold<thr_Mutex> hold(m_Lock);
   Restart(m_Files.Find(id));
@@ -225,7 +231,7 @@ void utl_IOTracker_Lvl0::EndEventA(int id) {
   thr_Hold<thr_Mutex> hold(m_Lock);
   if (utl_IOTrackerTable::Entry* entry = m_Files.Find(id)) {
     ++entry->record.eventACount;
-    entry->record.eventATime += entry->timer.GetElapsedTime();
+    entry->record.eventATime += Lap(*entry);
   }
 }
 
@@ -243,7 +249,7 @@ void utl_IOTracker_Lvl0::EndEventB(int id) {
   thr_Hold<thr_Mutex> hold(m_Lock);
   if (utl_IOTrackerTable::Entry* entry = m_Files.Find(id)) {
     ++entry->record.eventBCount;
-    entry->record.eventBTime += entry->timer.GetElapsedTime();
+    entry->record.eventBTime += Lap(*entry);
   }
 }
 
@@ -254,8 +260,7 @@ void utl_IOTracker_Lvl0::BeginRead(int id) {
 
 void utl_IOTracker_Lvl0::EndRead(int id, int64_t bytes) {
   thr_Hold<thr_Mutex> hold(m_Lock);
-  if (utl_IOTrackerTable::Entry* entry = m_Files.Find(id))
-    Count(entry->record, false, bytes, entry->timer.GetElapsedTime());
+  if (utl_IOTrackerTable::Entry* entry = m_Files.Find(id)) EndTransfer(*entry, bytes, kRead);
 }
 
 void utl_IOTracker_Lvl0::BeginWrite(int id) {
@@ -265,19 +270,12 @@ void utl_IOTracker_Lvl0::BeginWrite(int id) {
 
 void utl_IOTracker_Lvl0::EndWrite(int id, int64_t bytes) {
   thr_Hold<thr_Mutex> hold(m_Lock);
-  if (utl_IOTrackerTable::Entry* entry = m_Files.Find(id))
-    Count(entry->record, true, bytes, entry->timer.GetElapsedTime());
+  if (utl_IOTrackerTable::Entry* entry = m_Files.Find(id)) EndTransfer(*entry, bytes, kWrite);
 }
 
 void utl_IOTracker_Lvl0::BeginUnit(int id) {
   thr_Hold<thr_Mutex> hold(m_Lock);
   Restart(m_Units.Find(id));
-}
-
-void utl_IOTracker_Lvl0::EndUnit(utl_IOTrackerTable::Entry& entry, int64_t bytes,
-                                 Direction direction) {
-  entry.timer.Stop();
-  Count(entry.record, direction == kWrite, bytes, entry.timer.GetElapsedTime());
 }
 
 void utl_IOTracker_Lvl0::BeginUnitRecordRead(int id) {
@@ -287,7 +285,7 @@ void utl_IOTracker_Lvl0::BeginUnitRecordRead(int id) {
 void utl_IOTracker_Lvl0::EndUnitRecordRead(int id) {
   thr_Hold<thr_Mutex> hold(m_Lock);
   if (utl_IOTrackerTable::Entry* entry = m_Units.Find(id))
-    EndUnit(*entry, int64_t{entry->recordWords} * 4, kRead);
+    EndTransfer(*entry, int64_t{entry->recordWords} * 4, kRead);
 }
 
 void utl_IOTracker_Lvl0::BeginUnitRead(int id) {
@@ -296,7 +294,7 @@ void utl_IOTracker_Lvl0::BeginUnitRead(int id) {
 
 void utl_IOTracker_Lvl0::EndUnitRead(int id, int bytes) {
   thr_Hold<thr_Mutex> hold(m_Lock);
-  if (utl_IOTrackerTable::Entry* entry = m_Units.Find(id)) EndUnit(*entry, bytes, kRead);
+  if (utl_IOTrackerTable::Entry* entry = m_Units.Find(id)) EndTransfer(*entry, bytes, kRead);
 }
 
 void utl_IOTracker_Lvl0::BeginUnitRecordWrite(int id) {
@@ -306,7 +304,7 @@ void utl_IOTracker_Lvl0::BeginUnitRecordWrite(int id) {
 void utl_IOTracker_Lvl0::EndUnitRecordWrite(int id, int record) {
   thr_Hold<thr_Mutex> hold(m_Lock);
   if (utl_IOTrackerTable::Entry* entry = m_Units.Find(id)) {
-    EndUnit(*entry, int64_t{entry->recordWords} * 4, kWrite);
+    EndTransfer(*entry, int64_t{entry->recordWords} * 4, kWrite);
     entry->record.highestRecord = std::max<int64_t>(entry->record.highestRecord, record);
   }
 }
@@ -317,7 +315,7 @@ void utl_IOTracker_Lvl0::BeginUnitWrite(int id) {
 
 void utl_IOTracker_Lvl0::EndUnitWrite(int id, int bytes) {
   thr_Hold<thr_Mutex> hold(m_Lock);
-  if (utl_IOTrackerTable::Entry* entry = m_Units.Find(id)) EndUnit(*entry, bytes, kWrite);
+  if (utl_IOTrackerTable::Entry* entry = m_Units.Find(id)) EndTransfer(*entry, bytes, kWrite);
 }
 
 // ---- Rows ----

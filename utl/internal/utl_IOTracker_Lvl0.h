@@ -9,6 +9,7 @@
 #include <cstdio>
 
 #include "cow_String.h"
+#include "internal/utl_CycleClock.h"
 #include "omi_Timer.h"
 #include "thr_Mutex.h"
 #include "utl_IOTracker.h"
@@ -33,7 +34,7 @@ class utl_IOTrackerTable {
  public:
   struct Entry {
     char name[1024];
-    omi_Timer timer;
+    uint64_t started;  // the clock at the last Begin; 0 when none is pending
     utl_IOFileRecord record;
     utl_IOFileRecord previous;
     std::FILE* individual;  // the file table's own report, opened at its first row
@@ -121,11 +122,16 @@ class utl_IOTracker_Lvl0 : public utl_IOTracker {
   // Flushes `report` when the last flush is more than the interval ago; true if it did.
   bool FlushIfDue(std::FILE* report, double elapsed) const;
   void BeginUnit(int id);
-  // Under the lock: a unit-table transfer of `bytes` that has ended stops the entry's timer
-  // and counts.
-  void EndUnit(utl_IOTrackerTable::Entry& entry, int64_t bytes, Direction direction);
+  // Under the lock: the seconds since the entry's pending Begin (0 without one), which is
+  // then no longer pending.
+  double Lap(utl_IOTrackerTable::Entry& entry) const;
+  void Restart(utl_IOTrackerTable::Entry* entry) const;
+  // Under the lock: counts a transfer of `bytes` that has ended.
+  void EndTransfer(utl_IOTrackerTable::Entry& entry, int64_t bytes, Direction direction) const;
 
   omi_Timer m_Clock;
+  // Times the operations.
+  utl_CycleClock m_Ticks;
   std::FILE* m_TotalFile = nullptr;
   double m_LastFlush = 0;
   std::FILE* m_IncrementFile = nullptr;
