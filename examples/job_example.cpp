@@ -10,7 +10,10 @@
 //
 // With LUN_RESOURCE_MONITOR set, the run keeps a resource log, job_example.use, with a mark
 // at the start of each phase, after its computation and at its end, and a timer for each
-// step.
+// step. With SCRATCH or TMPDIR naming a directory, each phase also spills its blocks to a
+// temporary file there and reads them back, as a solver short of memory would; with
+// LUN_IO_TRACK set, that traffic goes to the i/o reports (ioTotal, ioFileSummary, ...) in
+// the working directory, with a row at each mark.
 #include <VRKLnuBasicUtils/VRKLnuBasicUtils.h>
 
 #include <cstdlib>
@@ -213,6 +216,36 @@ void GiveBack(Held& held) {
     mrm_LargeBlockPoolFactory::Shutdown(pool);
 }
 
+// A mark in the resource log and in the i/o reports, for whichever is on.
+void Mark(const cow_String& text) {
+  utl_ResourceMonitor::Instance().Mark(text);
+  utl_IOTracker_Mark(text.c_str());
+}
+
+// Writes the blocks to a temporary file and reads them back, telling the i/o tracker. Without
+// a scratch directory there is nothing to do.
+void Spill(const Held& held, int id) {
+  if (held.blocks.empty()) return;
+  try {
+    utl_TempFile scratch(".spill");
+    utl_File file(scratch.Name(), utl_AccessWrite, utl_ShareDefault);
+    utl_IOTracker* tracker = utl_IOTracker_Container::Instance().GetTracker();
+    if (tracker != nullptr) tracker->RegisterFile(scratch.Name().c_str(), id);
+    for (bool write : {true, false}) {
+      file.Seek(0);
+      for (const auto& [pool, block] : held.blocks) {
+        char* memory = static_cast<char*>(pool->GetPointer(block));
+        if (memory == nullptr) continue;
+        if (tracker != nullptr) write ? tracker->BeginWrite(id) : tracker->BeginRead(id);
+        const int bytes = write ? file.Write(memory, pool->GetSize(block))
+                                : file.Read(memory, pool->GetSize(block));
+        if (tracker != nullptr) write ? tracker->EndWrite(id, bytes) : tracker->EndRead(id, bytes);
+      }
+    }
+  } catch (const utl_TempFileCantExc&) {
+  }
+}
+
 // The phase's name in the resource log.
 cow_String PhaseName(const PhasePlan& phase) {
   if (phase.step == 0) return kNames[phase.name];
@@ -227,14 +260,15 @@ void RunPhase(const PhasePlan& phase, bool isJob) {
   utl_ResourceMonitor& monitor = utl_ResourceMonitor::Instance();
   const mrm_Label label = phase.Label();
   if (!isJob) manager.BeginPhase(label);
-  monitor.Mark(PhaseName(phase) + " begins");
+  Mark(PhaseName(phase) + " begins");
   if (phase.step > 0) monitor.StartTimer(phase.step, PhaseName(phase));
   Held held;
   StartPools(phase, isJob, held);
   for (const PhasePlan& child : phase.children)
     RunPhase(child, false);
   Compute(held);
-  monitor.Mark(PhaseName(phase) + " computed");
+  Mark(PhaseName(phase) + " computed");
+  Spill(held, phase.step > 0 ? phase.step : 10 + phase.name);
   if (phase.step > 0) {
     const mrm_Consumption used = manager.ConstGetJobConsumption();
     aio_cout << "  " << label << ": " << used.pinnedBytes / kMB
@@ -243,7 +277,7 @@ void RunPhase(const PhasePlan& phase, bool isJob) {
   }
   GiveBack(held);
   if (phase.step > 0) monitor.StopTimer(phase.step);
-  monitor.Mark(PhaseName(phase) + " ends");
+  Mark(PhaseName(phase) + " ends");
   if (!isJob) manager.EndPhase(label);
 }
 
@@ -279,7 +313,7 @@ int main(int argc, char** argv) {
   for (const PhasePlan& step : Job().children)
     DeclarePhase(plan, step);
   plan.Analyze();
-  monitor.Mark("plan analysed");
+  Mark("plan analysed");
 
   const int chosen = ChooseMilestone(plan, budget);
   const double peak = plan.GetMilestoneCapacity(chosen).hi;
