@@ -2,6 +2,7 @@
 
 #include "VRKBasCountedPair.h"
 #include "VRKBasUtlExceptionModel.h"
+#include "utl_CommandLine.h"
 #include "utl_ExceptionFactory.h"
 #include "utl_IOTracker.h"
 
@@ -19,6 +20,7 @@ void VRKLnuUtl_initialize(int& tally) {
 
 void VRKLnuUtl_finalize(int& tally) {
   if (!VRKBasCountedLeave(useCount, tally, "utl")) return;
+  utl_CommandLine::Finalize();
   utl_IOTracker_Container::Finalize();
   factory.Remove();
 }

@@ -11,13 +11,14 @@
 #include "VRKBasUtlStat.h"
 #include "cow_SystemErrorCode.h"
 #include "utl_DiskAttributes.h"
+#include "utl_CommandLine.h"
 #include "utl_TempFileException.h"
 
 namespace {
 
 // The value of an option of the command line, empty when it isn't given.
-cow_String Option(const char*) {
-  return cow_String();
+cow_String Option(const char* name) {
+  return utl_CommandLine::Instance().ConstGetValue(name, cow_String());
 }
 
 // The directory without its trailing '/', except for the root, which keeps it.

@@ -7,6 +7,7 @@
 
 #include "VRKBasUtlPlatform.h"
 #include "thr_ThreadPool.h"
+#include "utl_CommandLine.h"
 
 namespace {
 
@@ -15,8 +16,8 @@ constexpr double kMegabytesPerByte = 9.5367431640625e-07;
 constexpr int kGrowth = 24;
 
 // The value of an option of the command line, empty when it isn't given.
-cow_String Option(const char*) {
-  return cow_String();
+cow_String Option(const char* name) {
+  return utl_CommandLine::Instance().ConstGetValue(name, cow_String());
 }
 
 int EnvironmentInt(const char* name, int absent) {
