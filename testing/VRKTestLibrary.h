@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 // Base of test fixtures that need the library up.
 class VRKLibraryTest : public ::testing::Test {
@@ -49,5 +50,12 @@ bool VRKEventually(const std::function<bool()>& condition);
 
 // The whole content of a file, empty when it can't be read.
 std::string VRKReadFile(const std::string& path);
+
+// The lines of a text, without their newlines.
+std::vector<std::string> VRKLines(const std::string& text);
+
+// Sets the library's command line to "prog" followed by `arguments`, as a program's main does
+// with utl_CommandLineSetup.
+void VRKSetCommandLine(std::vector<std::string> arguments);
 
 #endif  // VRKTESTLIBRARY_H

@@ -4,26 +4,19 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <climits>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "VRKTestChild.h"
 #include "VRKTestLibrary.h"
 #include "thr_ThreadPool.h"
+#include "utl_File.h"
 
 namespace {
 
 using UtlIOTrackerTest = VRKLibraryTest;
-
-std::vector<std::string> Lines(const std::string& text) {
-  std::vector<std::string> lines;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);)
-    lines.push_back(line);
-  return lines;
-}
 
 // A report's line with the fields that hold seconds, counted from the end, shown as "T"; a
 // line with fewer fields stays as it is.
@@ -45,14 +38,14 @@ std::string Masked(const std::string& line, std::initializer_list<size_t> timesF
 
 // Rows of ioTotal: the elapsed time and the four times.
 std::vector<std::string> MaskedRows(const std::string& report) {
-  std::vector<std::string> rows = Lines(report);
+  std::vector<std::string> rows = VRKLines(report);
   for (size_t i = 2; i < rows.size(); ++i)
     rows[i] = Masked(rows[i], {1, 4, 7, 10, 13});
   return rows;
 }
 
 std::vector<std::string> MaskedSummary(const std::string& report) {
-  std::vector<std::string> lines = Lines(report);
+  std::vector<std::string> lines = VRKLines(report);
   for (std::string& line : lines)
     line = Masked(line, {1, 3});
   return lines;
@@ -79,6 +72,9 @@ void Traffic(utl_IOTracker& tracker) {
   tracker.RegisterFile("/s/a.dat", 0);
   tracker.RegisterFile("/d/b.dat", 30);
   tracker.RegisterFile("/s/a.dat", 5);
+  tracker.RegisterFile("/sx/c.dat", 7);
+  for (int beyond : {INT_MAX, INT_MAX - 23, 1000})  // the last is accepted, the others refused
+    tracker.RegisterFile("/s/a.dat", beyond);
   tracker.RegisterUnit("/s/u.bin", 2, 256);
   tracker.BeginWrite(0);
   tracker.EndWrite(0, 1048576);
@@ -93,7 +89,7 @@ void Traffic(utl_IOTracker& tracker) {
   }
   tracker.BeginUnitRecordRead(2);
   tracker.EndUnitRecordRead(2);
-  for (int unknown : {1, 29, 31, 100000, -1}) {
+  for (int unknown : {1, 29, 31, 100000, INT_MAX, -1}) {
     tracker.BeginWrite(unknown);
     tracker.EndWrite(unknown, 1);
     tracker.EndUnitWrite(unknown, 1);
@@ -101,13 +97,20 @@ void Traffic(utl_IOTracker& tracker) {
   tracker.EndUnitRead(0, 1);  // id 0 is in the file table only
 }
 
-// In a child: the run that the arguments name, in the directory they give; true there. The
-// child's test then ends normally, and the library's stop ends the tracker.
+// In a child: the run that the arguments name (directory, marks, suffix, options), in the
+// directory they give; true there. The child's test then ends normally, and the library's
+// stop ends the tracker.
 bool RunChildScript() {
   if (VRKChildRole().empty()) return false;
   const std::vector<std::string> args = VRKChildArgs();
   if (chdir(args[0].c_str()) != 0) VRKChildExit(2);
+  VRKSetCommandLine(std::vector<std::string>(args.begin() + 3, args.end()));
   const int threads = thr_ThreadPool::Instance().GetThreadCount();
+  if (VRKChildRole() == "create") {
+    // Creating a file brings the tracker, and with time steps its thread, into being.
+    utl_File("created", utl_AccessWrite, utl_ShareDefault).Init();
+    VRKChildExit(thr_ThreadPool::Instance().GetThreadCount() == threads + 1 ? 0 : 1);
+  }
   utl_IOTracker* tracker = utl_IOTracker_Container::Instance().GetTracker();
   if (VRKChildRole() == "off") {
     utl_IOTracker_Mark("nothing");
@@ -118,7 +121,7 @@ bool RunChildScript() {
   const char* points = std::getenv("LUN_IO_TIMEPOINTS");
   const bool timed = points != nullptr && std::string(points) == "2";
   if (thr_ThreadPool::Instance().GetThreadCount() != threads + (timed ? 1 : 0)) VRKChildExit(4);
-  if (args.size() > 2) tracker->SetSuffix(args[2].c_str());
+  if (!args[2].empty()) tracker->SetSuffix(args[2].c_str());
   Traffic(*tracker);
   const int marks = std::stoi(args[1]);
   for (int i = 0; i < marks; ++i)
@@ -128,20 +131,20 @@ bool RunChildScript() {
 }
 
 VRKChildResult Track(const std::string& role, const std::string& directory,
-                     std::vector<std::pair<std::string, std::string>> env,
-                     std::vector<std::string> args) {
+                     std::vector<std::pair<std::string, std::string>> env, int marks,
+                     const std::string& suffix = "", std::vector<std::string> options = {}) {
   VRKChild child(role);
   child.env = std::move(env);
   child.unset = {"LUN_IO_TIMEPOINTS", "LUN_IO_TIMEINTERVAL", "LUN_IO_INDIVIDUAL"};
-  child.args = {directory};
-  child.args.insert(child.args.end(), args.begin(), args.end());
+  child.args = {directory, std::to_string(marks), suffix};
+  child.args.insert(child.args.end(), options.begin(), options.end());
   return child.Run();
 }
 
 TEST_F(UtlIOTrackerTest, AScriptedRunWritesTheReportsLineByLine) {
   if (RunChildScript()) return;
   VRKScratchDir dir;
-  const VRKChildResult result = Track("track", dir.Path(), {{"LUN_IO_TRACK", "1"}}, {"2"});
+  const VRKChildResult result = Track("track", dir.Path(), {{"LUN_IO_TRACK", "1"}}, 2);
   ASSERT_EQ(result.exitCode, 0) << result.err;
   EXPECT_EQ(FilesIn(dir.Path()), (std::set<std::string>{"ioTotal", "ioInc", "ioFileSummary"}));
   // Without the tmpdir option, every file counts as scratch.
@@ -160,11 +163,12 @@ TEST_F(UtlIOTrackerTest, AScriptedRunWritesTheReportsLineByLine) {
   const double readTime = std::stod(line.substr(line.find(", 2.000000, ") + 12));
   EXPECT_GT(readTime, 0.019);
   EXPECT_LT(readTime, 0.5);
-  EXPECT_EQ(MaskedSummary(summary),
-            (std::vector<std::string>{
-                "IO Summary for All Files", "", "WORK DIRECTORY FILES", "", "",
-                "SCRATCH DIRECTORY FILES", "/s/a.dat, 1.500000, T, 0.000000, T",
-                "/d/b.dat, 0.000000, T, 2.000000, T", "/s/u.bin, 0.002930, T, 0.000977, T", ""}));
+  EXPECT_EQ(
+      MaskedSummary(summary),
+      (std::vector<std::string>{
+          "IO Summary for All Files", "", "WORK DIRECTORY FILES", "", "", "SCRATCH DIRECTORY FILES",
+          "/s/a.dat, 1.500000, T, 0.000000, T", "/d/b.dat, 0.000000, T, 2.000000, T",
+          "/sx/c.dat, 0.000000, T, 0.000000, T", "/s/u.bin, 0.002930, T, 0.000977, T", ""}));
 }
 
 TEST_F(UtlIOTrackerTest, SwitchedByTheEnvironment) {
@@ -172,21 +176,21 @@ TEST_F(UtlIOTrackerTest, SwitchedByTheEnvironment) {
   // Off: no tracker, and a mark writes nothing.
   for (const char* value : {"0", "abc", ""}) {
     VRKScratchDir dir;
-    EXPECT_EQ(Track("off", dir.Path(), {{"LUN_IO_TRACK", value}}, {}).exitCode, 0) << value;
+    EXPECT_EQ(Track("off", dir.Path(), {{"LUN_IO_TRACK", value}}, 0).exitCode, 0) << value;
     EXPECT_TRUE(FilesIn(dir.Path()).empty()) << value;
   }
   // No mark: the summary alone. Time points of 1 leave the marks on and start no thread.
   VRKScratchDir quiet;
-  EXPECT_EQ(Track("track", quiet.Path(), {{"LUN_IO_TRACK", "3"}, {"LUN_IO_TIMEPOINTS", "1"}}, {"0"})
-                .exitCode,
-            0);
+  EXPECT_EQ(
+      Track("track", quiet.Path(), {{"LUN_IO_TRACK", "3"}, {"LUN_IO_TIMEPOINTS", "1"}}, 0).exitCode,
+      0);
   EXPECT_EQ(FilesIn(quiet.Path()), std::set<std::string>{"ioFileSummary"});
 
   // Time points of 2: rows come from the pool thread, with no mark text, and marks add none.
   VRKScratchDir timed;
-  const VRKChildResult result = Track(
-      "track", timed.Path(),
-      {{"LUN_IO_TRACK", "1"}, {"LUN_IO_TIMEPOINTS", "2"}, {"LUN_IO_TIMEINTERVAL", "2"}}, {"3"});
+  const VRKChildResult result =
+      Track("track", timed.Path(),
+            {{"LUN_IO_TRACK", "1"}, {"LUN_IO_TIMEPOINTS", "2"}, {"LUN_IO_TIMEINTERVAL", "2"}}, 3);
   ASSERT_EQ(result.exitCode, 0) << result.err;
   EXPECT_EQ(result.err, "Completed TimedOutTask\n");
   const std::vector<std::string> rows = MaskedRows(VRKReadFile(timed.File("ioTotal")));
@@ -198,18 +202,57 @@ TEST_F(UtlIOTrackerTest, SwitchedByTheEnvironment) {
 TEST_F(UtlIOTrackerTest, IndividualReportsAndASuffix) {
   if (RunChildScript()) return;
   VRKScratchDir dir;
-  const VRKChildResult result = Track(
-      "track", dir.Path(), {{"LUN_IO_TRACK", "1"}, {"LUN_IO_INDIVIDUAL", "1"}}, {"1", "run2"});
+  const VRKChildResult result =
+      Track("track", dir.Path(), {{"LUN_IO_TRACK", "1"}, {"LUN_IO_INDIVIDUAL", "1"}}, 1, "run2");
   ASSERT_EQ(result.exitCode, 0) << result.err;
-  EXPECT_EQ(FilesIn(dir.Path()),
-            (std::set<std::string>{"ioTotal_run2", "ioInc_run2", "ioFileSummary_run2",
-                                   "a.dat_ioTotal_run2", "b.dat_ioTotal_run2"}));
+  EXPECT_EQ(
+      FilesIn(dir.Path()),
+      (std::set<std::string>{"ioTotal_run2", "ioInc_run2", "ioFileSummary_run2",
+                             "a.dat_ioTotal_run2", "b.dat_ioTotal_run2", "c.dat_ioTotal_run2"}));
   EXPECT_EQ(result.err,
             "OpenCIndivualOut  --  file path = /s/a.dat\n   outFileName = a.dat_ioTotal_run2\n"
-            "OpenCIndivualOut  --  file path = /d/b.dat\n   outFileName = b.dat_ioTotal_run2\n");
-  const std::vector<std::string> own = Lines(VRKReadFile(dir.File("a.dat_ioTotal_run2")));
+            "OpenCIndivualOut  --  file path = /d/b.dat\n   outFileName = b.dat_ioTotal_run2\n"
+            "OpenCIndivualOut  --  file path = /sx/c.dat\n   outFileName = c.dat_ioTotal_run2\n");
+  const std::vector<std::string> own = VRKLines(VRKReadFile(dir.File("a.dat_ioTotal_run2")));
   ASSERT_EQ(own.size(), 1u);
   EXPECT_EQ(Masked(own[0], {1, 4, 7}), "first, T, 2, 1.500000, T, 0, 0.000000, T");
+}
+
+TEST_F(UtlIOTrackerTest, TheOptionsNameAndPlaceTheReportsAndTellScratchFromWork) {
+  if (RunChildScript()) return;
+  VRKScratchDir dir, out;
+  // tmpdir "/s" makes "/sx/c.dat" scratch too: the test is a prefix.
+  ASSERT_EQ(Track("track", dir.Path(), {{"LUN_IO_TRACK", "1"}}, 1, "",
+                  {"-outdir", out.Path(), "-job", "J", "-tmpdir", "/s"})
+                .exitCode,
+            0);
+  EXPECT_TRUE(FilesIn(dir.Path()).empty());
+  EXPECT_EQ(FilesIn(out.Path()),
+            (std::set<std::string>{"J.ioTotal", "J.ioInc", "J.ioFileSummary"}));
+  EXPECT_EQ(MaskedRows(VRKReadFile(out.File("J.ioTotal")))[2],
+            "first, T, 0, 0.000000, T, 1, 2.000000, T, 5, 1.502930, T, 1, 0.000977, T");
+  EXPECT_EQ(MaskedSummary(VRKReadFile(out.File("J.ioFileSummary"))),
+            (std::vector<std::string>{
+                "IO Summary for All Files", "", "WORK DIRECTORY FILES",
+                "/d/b.dat, 0.000000, T, 2.000000, T", "", "", "SCRATCH DIRECTORY FILES",
+                "/s/a.dat, 1.500000, T, 0.000000, T", "/sx/c.dat, 0.000000, T, 0.000000, T",
+                "/s/u.bin, 0.002930, T, 0.000977, T", ""}));
+
+  // A job without an outdir: in the working directory. An outdir without a job isn't used.
+  const std::set<std::string> plain = {"ioTotal", "ioInc", "ioFileSummary"};
+  for (const auto& [options, expected] :
+       {std::pair{std::vector<std::string>{"-job", "J"},
+                  std::set<std::string>{"J.ioTotal", "J.ioInc", "J.ioFileSummary"}},
+        {{"-outdir", out.Path()}, plain}}) {
+    VRKScratchDir here;
+    ASSERT_EQ(Track("track", here.Path(), {{"LUN_IO_TRACK", "1"}}, 1, "", options).exitCode, 0);
+    EXPECT_EQ(FilesIn(here.Path()), expected);
+  }
+
+  // Creating a file starts tracking: with time steps, the pool has its thread at once.
+  const VRKChildResult created =
+      Track("create", dir.Path(), {{"LUN_IO_TRACK", "1"}, {"LUN_IO_TIMEPOINTS", "2"}}, 0);
+  EXPECT_EQ(created.exitCode, 0) << created.err;
 }
 
 }  // namespace

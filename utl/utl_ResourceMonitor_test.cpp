@@ -16,14 +16,6 @@ using UtlResourceMonitorTest = VRKLibraryTest;
 
 const char kLongText[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNO";  // 41 characters
 
-std::vector<std::string> Lines(const std::string& text) {
-  std::vector<std::string> lines;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);)
-    lines.push_back(line);
-  return lines;
-}
-
 // A line's expected form as a pattern: each numeric conversion of the format ("%7.1f",
 // "%10d", "%.4f", "%d") stands for a right-aligned number of at least that width; the rest
 // must match as it stands.
@@ -76,7 +68,7 @@ std::vector<std::string> MarkTexts(const MonitorRun& run) {
   return texts;
 }
 
-std::vector<std::string> ExpectedLines(const MonitorRun& run) {
+std::vector<std::string> ExpectedVRKLines(const MonitorRun& run) {
   std::vector<std::string> lines = {"!Snapshot = 42", "!Version = ?", "!Host = ? ?"};
   int count = 0;
   for (const std::string& text : MarkTexts(run)) {
@@ -144,8 +136,8 @@ TEST_F(UtlResourceMonitorTest, AScriptedRunWritesItsLogLineByLine) {
     child.args = {std::to_string(i), dir.Path()};
     ASSERT_EQ(child.Run().exitCode, 0);
 
-    const std::vector<std::string> lines = Lines(VRKReadFile(dir.File(run.log)));
-    const std::vector<std::string> expected = ExpectedLines(run);
+    const std::vector<std::string> lines = VRKLines(VRKReadFile(dir.File(run.log)));
+    const std::vector<std::string> expected = ExpectedVRKLines(run);
     ASSERT_EQ(lines.size(), expected.size()) << VRKReadFile(dir.File(run.log));
     for (size_t n = 0; n < lines.size(); ++n)
       EXPECT_TRUE(std::regex_match(lines[n], FormatPattern(expected[n])))
@@ -175,7 +167,7 @@ TEST_F(UtlResourceMonitorTest, OffWithoutTheVariableAndTheHostFromTheEnvironment
             {"LUNARA_VERSION", "2024.1"}};
   on.args = {"0", dir.Path()};
   ASSERT_EQ(on.Run().exitCode, 0);
-  const std::vector<std::string> lines = Lines(VRKReadFile(dir.File("job.use.3")));
+  const std::vector<std::string> lines = VRKLines(VRKReadFile(dir.File("job.use.3")));
   ASSERT_GE(lines.size(), 3u);
   EXPECT_EQ(lines[1], "!Version = 2024.1");
   EXPECT_EQ(lines[2], "!Host = node7 x86_64 Family 6");

@@ -10,8 +10,8 @@
 
 #include "VRKBasUtlStat.h"
 #include "cow_SystemErrorCode.h"
-#include "utl_DiskAttributes.h"
 #include "utl_CommandLine.h"
+#include "utl_DiskAttributes.h"
 #include "utl_TempFileException.h"
 
 namespace {

@@ -38,6 +38,7 @@ std::string Renamed(std::string text, const utl_TempFile& file) {
 
 TEST_F(UtlTempFileTest, TheDirectoryIsTheFirstCandidateThatIsADirectory) {
   if (VRKChildRole() == "name") {
+    VRKSetCommandLine(VRKChildArgs());
     utl_TempFile named(".tmp");  // touches nothing, even with no directory to be had
     const std::string outcome = Raised([&] { named.Name(); });
     if (outcome == "-") {
@@ -49,21 +50,27 @@ TEST_F(UtlTempFileTest, TheDirectoryIsTheFirstCandidateThatIsADirectory) {
     }
     VRKChildExit(0);
   }
-  VRKScratchDir first, second;
-  const std::string file = first.File("plain");
+  VRKScratchDir option, scratch, temporary;
+  const std::string file = option.File("plain");
   std::ofstream(file) << "not a directory";
   const std::string unset = "<unset>";
   const std::string cant = "cant: *** ERROR: Can't create unique temporary file name.";
+  const std::string none = cant + " " + cant + " " + cant;
+  // The tmpdir option, SCRATCH, TMPDIR, and the directory chosen or the failures.
   const struct {
-    std::string scratch, temporary;
-    std::string expected;  // the directory chosen, or the failures
+    std::string tmpdir, scratch, temporary, expected;
   } cases[] = {
-      {first.Path(), second.Path(), first.Path()},  {file, second.Path(), second.Path()},
-      {unset, second.Path() + "/", second.Path()},  {"", unset, cant + " " + cant + " " + cant},
-      {file, file, cant + " " + cant + " " + cant},
+      {option.Path(), scratch.Path(), temporary.Path(), option.Path()},
+      {file, scratch.Path(), temporary.Path(), scratch.Path()},
+      {unset, scratch.Path(), temporary.Path(), scratch.Path()},
+      {unset, file, temporary.Path() + "/", temporary.Path()},
+      {option.Path() + "/", unset, unset, option.Path()},
+      {"", "", unset, none},
+      {file, file, file, none},
   };
   for (const auto& c : cases) {
     VRKChild child("name");
+    if (c.tmpdir != unset) child.args = {"-tmpdir", c.tmpdir};
     for (const auto& [name, value] : {std::pair{"SCRATCH", c.scratch}, {"TMPDIR", c.temporary}}) {
       if (value == unset) {
         child.unset.push_back(name);
@@ -73,12 +80,12 @@ TEST_F(UtlTempFileTest, TheDirectoryIsTheFirstCandidateThatIsADirectory) {
     }
     const VRKChildResult result = child.Run();
     ASSERT_EQ(result.exitCode, 0);
-    if (c.expected.compare(0, 4, "cant") == 0) {
-      EXPECT_EQ(result.err, c.expected);
+    if (c.expected == none) {
+      EXPECT_EQ(result.err, none);
     } else {
       EXPECT_TRUE(
           std::regex_match(result.err, std::regex(c.expected + "/LnqTempFile[A-Za-z0-9]{6}\\.tmp")))
-          << result.err;
+          << c.tmpdir << " " << c.scratch << " " << c.temporary << ": " << result.err;
     }
   }
 }

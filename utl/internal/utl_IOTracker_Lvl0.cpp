@@ -1,6 +1,7 @@
 #include "internal/utl_IOTracker_Lvl0.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <type_traits>
@@ -93,7 +94,8 @@ void utl_IOTrackerTable::GrowEntries() {
 utl_IOTrackerTable::Entry* utl_IOTrackerTable::Register(const char* name, int id,
                                                         const cow_String& scratchDir, bool* added) {
   *added = false;
-  if (id < 0) return nullptr;
+  // The id map's size must stay an int: the highest ids are refused as negative ones are.
+  if (id < 0 || id > INT_MAX - kGrowth) return nullptr;
   if (id >= m_IdCapacity) GrowIds(id);
   char copy[1024];
   CopyName(copy, name);

@@ -53,7 +53,7 @@ class utl_IOTrackerTable {
   }
   // Maps `id` to the entry of `name`, made and classified if the name is new (`*added` says
   // which): a name starting with `scratchDir` is scratch, any other is work. Null for a
-  // negative id.
+  // negative id or one within 24 of INT_MAX.
   Entry* Register(const char* name, int id, const cow_String& scratchDir, bool* added);
 
   int Count() const { return m_Count; }
