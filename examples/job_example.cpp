@@ -1,6 +1,6 @@
 // The library's main example: a job of three steps that plans its memory before it runs.
 //
-//   job_example [-memory <MB>]
+//   job_example [-memory <MB>] [-tmpdir <directory>]
 //
 // It declares its phases and pools with the peak memory of each pool under its ways of
 // working, has the plan analysed, prints the plan, picks the richest milestone whose peak fits
@@ -10,8 +10,8 @@
 //
 // With LUN_RESOURCE_MONITOR set, the run keeps a resource log, job_example.use, with a mark
 // at the start of each phase, after its computation and at its end, and a timer for each
-// step. With SCRATCH or TMPDIR naming a directory, each phase also spills its blocks to a
-// temporary file there and reads them back, as a solver short of memory would; with
+// step. With -tmpdir, SCRATCH or TMPDIR naming a directory, each phase also spills its blocks
+// to a temporary file there and reads them back, as a solver short of memory would; with
 // LUN_IO_TRACK set, that traffic goes to the i/o reports (ioTotal, ioFileSummary, ...) in
 // the working directory, with a row at each mark.
 #include <VRKLnuBasicUtils/VRKLnuBasicUtils.h>
@@ -281,26 +281,28 @@ void RunPhase(const PhasePlan& phase, bool isJob) {
   if (!isJob) manager.EndPhase(label);
 }
 
-// The budget in bytes from "-memory <MB>", the default without it; -1 for a bad command line.
-double Budget(int argc, char** argv) {
-  if (argc == 1) return kDefaultBudgetMB * kMB;
+// The budget in bytes from "-memory <MB>", the default without it; -1 for a bad value.
+double Budget() {
+  const utl_CommandLine& line = utl_CommandLine::Instance();
+  if (!line.IsMember("memory")) return kDefaultBudgetMB * kMB;
+  const cow_String value = line.ConstGetValue("memory");
   char* end = nullptr;
-  const double megabytes = argc == 3 ? std::strtod(argv[2], &end) : 0;
-  if (argc != 3 || std::strcmp(argv[1], "-memory") != 0 || *end != '\0' || megabytes <= 0)
-    return -1;
-  return megabytes * kMB;
+  const double megabytes = std::strtod(value.c_str(), &end);
+  return value.IsEmpty() || *end != '\0' || megabytes <= 0 ? -1 : megabytes * kMB;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const double budget = Budget(argc, argv);
-  if (budget < 0) {
-    aio_cerr << "usage: " << argv[0] << " [-memory <MB>]" << aio_endl;
-    return 2;
-  }
   int tally = 0;
   VRKLnuBasicUtils_initialize(tally);
+  utl_CommandLineSetup(argc, argv);
+  const double budget = Budget();
+  if (budget < 0) {
+    aio_cerr << "usage: " << argv[0] << " [-memory <MB>] [-tmpdir <directory>]" << aio_endl;
+    VRKLnuBasicUtils_finalize(tally);
+    return 2;
+  }
   utl_ResourceMonitor& monitor = utl_ResourceMonitor::Instance();
   monitor.Initialize("job_example", 0, nullptr, false, false);
   mrm_Manager& manager = mrm_Manager::Instance();
