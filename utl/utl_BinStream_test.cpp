@@ -43,17 +43,6 @@ class UtlBinStreamTest : public VRKLibraryTest {
   int m_Pipe[2] = {-1, -1};
 };
 
-template <class Failure, class Call>
-std::string FailureText(Call call) {
-  try {
-    call();
-  } catch (const Failure& failure) {
-    return failure.AsString().c_str();
-  }
-  ADD_FAILURE() << "nothing was raised";
-  return "";
-}
-
 // Writes one of each kind of value; ReadAll checks them.
 void WriteAll(utl_BinOStream& out) {
   const int ints[] = {1, -2, 0x7fffffff};
@@ -157,7 +146,7 @@ TEST_F(UtlBinStreamTest, AReaderFedOneByteAtATimeAndInterruptedGetsWholeValues) 
 
 TEST_F(UtlBinStreamTest, FailuresCarryTheirClassAndText) {
   EXPECT_EQ(
-      FailureText<utl_BinStreamException>([] { utl_BinIStream(-1, omi_Swapper::LittleEndian); }),
+      VRKFailureText<utl_BinStreamException>([] { utl_BinIStream(-1, omi_Swapper::LittleEndian); }),
       "*** ERROR: Can't set stream to binary mode: Bad file descriptor");
   EXPECT_THROW(utl_BinOStream(1 << 20, omi_Swapper::LittleEndian), utl_BinStreamException);
 
@@ -165,7 +154,7 @@ TEST_F(UtlBinStreamTest, FailuresCarryTheirClassAndText) {
   ASSERT_EQ(write(m_Pipe[1], "abc", 3), 3);
   CloseEnd(1);
   utl_BinIStream in(m_Pipe[0], omi_Swapper::LittleEndian);
-  EXPECT_EQ(FailureText<utl_BinStreamEOF>([&] { in.ReadInt(); }),
+  EXPECT_EQ(VRKFailureText<utl_BinStreamEOF>([&] { in.ReadInt(); }),
             "*** ERROR: End of file on binary stream.");
 
   // A negative string length is refused, not allocated.
@@ -173,7 +162,7 @@ TEST_F(UtlBinStreamTest, FailuresCarryTheirClassAndText) {
   utl_BinOStream out(m_Pipe[1], omi_Swapper::LittleEndian);
   out.WriteInt(-2);
   utl_BinIStream strings(m_Pipe[0], omi_Swapper::LittleEndian);
-  EXPECT_EQ(FailureText<utl_BinStreamReadError>([&] { strings.ReadString(); }), "Bad message");
+  EXPECT_EQ(VRKFailureText<utl_BinStreamReadError>([&] { strings.ReadString(); }), "Bad message");
 
   // Empty transfers make no system call: on closed descriptors they still succeed.
   char buffer[4];
@@ -181,9 +170,9 @@ TEST_F(UtlBinStreamTest, FailuresCarryTheirClassAndText) {
   CloseEnd(1);
   out.Write(buffer, 0);
   strings.Read(buffer, -1);
-  EXPECT_EQ(FailureText<utl_BinStreamWriteError>([&] { out.Write(buffer, 1); }),
+  EXPECT_EQ(VRKFailureText<utl_BinStreamWriteError>([&] { out.Write(buffer, 1); }),
             "Bad file descriptor");
-  EXPECT_EQ(FailureText<utl_BinStreamReadError>([&] { strings.Read(buffer, 1); }),
+  EXPECT_EQ(VRKFailureText<utl_BinStreamReadError>([&] { strings.Read(buffer, 1); }),
             "Bad file descriptor");
 }
 
@@ -191,7 +180,7 @@ TEST_F(UtlBinStreamTest, AWriteToAPipeWithoutReaderFailsWhenSigpipeIsIgnored) {
   CloseEnd(0);
   void (*saved)(int) = signal(SIGPIPE, SIG_IGN);
   utl_BinOStream out(m_Pipe[1], omi_Swapper::LittleEndian);
-  EXPECT_EQ(FailureText<utl_BinStreamWriteError>([&] { out.WriteInt(1); }), "Broken pipe");
+  EXPECT_EQ(VRKFailureText<utl_BinStreamWriteError>([&] { out.WriteInt(1); }), "Broken pipe");
   signal(SIGPIPE, saved);
 }
 

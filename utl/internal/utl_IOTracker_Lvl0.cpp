@@ -225,17 +225,26 @@ void utl_IOTracker_Lvl0::EndTransfer(utl_IOTrackerTable::Entry& entry, int64_t b
   }
 }
 
-void utl_IOTracker_Lvl0::BeginEventA(int id) {
+void utl_IOTracker_Lvl0::BeginFile(int id) {
   thr_Hold<thr_Mutex> hold(m_Lock);
   Restart(m_Files.Find(id));
 }
 
-void utl_IOTracker_Lvl0::EndEventA(int id) {
+void utl_IOTracker_Lvl0::EndEvent(int id, int utl_IOFileRecord::*count,
+                                  double utl_IOFileRecord::*seconds) {
   thr_Hold<thr_Mutex> hold(m_Lock);
   if (utl_IOTrackerTable::Entry* entry = m_Files.Find(id)) {
-    ++entry->record.eventACount;
-    entry->record.eventATime += Lap(*entry);
+    ++(entry->record.*count);
+    entry->record.*seconds += Lap(*entry);
   }
+}
+
+void utl_IOTracker_Lvl0::BeginEventA(int id) {
+  BeginFile(id);
+}
+
+void utl_IOTracker_Lvl0::EndEventA(int id) {
+  EndEvent(id, &utl_IOFileRecord::eventACount, &utl_IOFileRecord::eventATime);
 }
 
 void utl_IOTracker_Lvl0::CountEventA(int id) {
@@ -244,21 +253,15 @@ void utl_IOTracker_Lvl0::CountEventA(int id) {
 }
 
 void utl_IOTracker_Lvl0::BeginEventB(int id) {
-  thr_Hold<thr_Mutex> hold(m_Lock);
-  Restart(m_Files.Find(id));
+  BeginFile(id);
 }
 
 void utl_IOTracker_Lvl0::EndEventB(int id) {
-  thr_Hold<thr_Mutex> hold(m_Lock);
-  if (utl_IOTrackerTable::Entry* entry = m_Files.Find(id)) {
-    ++entry->record.eventBCount;
-    entry->record.eventBTime += Lap(*entry);
-  }
+  EndEvent(id, &utl_IOFileRecord::eventBCount, &utl_IOFileRecord::eventBTime);
 }
 
 void utl_IOTracker_Lvl0::BeginRead(int id) {
-  thr_Hold<thr_Mutex> hold(m_Lock);
-  Restart(m_Files.Find(id));
+  BeginFile(id);
 }
 
 void utl_IOTracker_Lvl0::EndRead(int id, int64_t bytes) {
@@ -267,8 +270,7 @@ void utl_IOTracker_Lvl0::EndRead(int id, int64_t bytes) {
 }
 
 void utl_IOTracker_Lvl0::BeginWrite(int id) {
-  thr_Hold<thr_Mutex> hold(m_Lock);
-  Restart(m_Files.Find(id));
+  BeginFile(id);
 }
 
 void utl_IOTracker_Lvl0::EndWrite(int id, int64_t bytes) {

@@ -121,7 +121,11 @@ class utl_IOTracker_Lvl0 : public utl_IOTracker {
   void WriteSummary();
   // Flushes `report` when the last flush is more than the interval ago; true if it did.
   bool FlushIfDue(std::FILE* report, double elapsed) const;
+  // Starts the timer of a file of the file table, or of the unit table.
+  void BeginFile(int id);
   void BeginUnit(int id);
+  // Counts an event A or B of the file table that has ended, with its seconds.
+  void EndEvent(int id, int utl_IOFileRecord::*count, double utl_IOFileRecord::*seconds);
   // Under the lock: the seconds since the entry's pending Begin (0 without one), which is
   // then no longer pending.
   double Lap(utl_IOTrackerTable::Entry& entry) const;
