@@ -11,6 +11,7 @@
 
 #include "VRKLnuLifecycle.h"
 #include "mem_Alloc.h"
+#include "utl_CommandLine.h"
 
 void VRKLibraryTest::SetUp() {
   VRKLnuBasicUtils_initialize(m_Tally);
@@ -56,4 +57,20 @@ std::string VRKReadFile(const std::string& path) {
   std::ostringstream text;
   text << in.rdbuf();
   return text.str();
+}
+
+std::vector<std::string> VRKLines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);)
+    lines.push_back(line);
+  return lines;
+}
+
+void VRKSetCommandLine(std::vector<std::string> arguments) {
+  std::vector<char*> argv = {const_cast<char*>("prog")};
+  for (std::string& argument : arguments)
+    argv.push_back(&argument[0]);
+  argv.push_back(nullptr);
+  utl_CommandLineSetup(static_cast<int>(argv.size()) - 1, argv.data());
 }
