@@ -1,10 +1,12 @@
 #include "VRKTestLibrary.h"
 
+#include <dirent.h>
 #include <ftw.h>
 #include <stdlib.h>
 #include <unistd.h>
 
 #include <fstream>
+#include <set>
 #include <sstream>
 
 #include "VRKLnuLifecycle.h"
@@ -45,4 +47,19 @@ std::string VRKReadFile(const std::string& path) {
   std::ostringstream text;
   text << in.rdbuf();
   return text.str();
+}
+
+std::string VRKOpenDescriptors() {
+  DIR* listing = opendir("/proc/self/fd");
+  if (listing == nullptr) return "?";
+  std::set<int> open;
+  while (const dirent* entry = readdir(listing)) {
+    if (entry->d_name[0] != '.') open.insert(atoi(entry->d_name));
+  }
+  open.erase(dirfd(listing));
+  closedir(listing);
+  std::string text;
+  for (int fd : open)
+    text += (text.empty() ? "" : " ") + std::to_string(fd);
+  return text;
 }

@@ -46,4 +46,8 @@ class VRKScratchDir {
 // The whole content of a file, empty when it can't be read.
 std::string VRKReadFile(const std::string& path);
 
+// The descriptors open in this process, in ascending order, as "0 1 2 ..." (the one used to
+// list them left out).
+std::string VRKOpenDescriptors();
+
 #endif  // VRKTESTLIBRARY_H
