@@ -1,7 +1,5 @@
 #include "VRKLnuUti.h"
 
-#include <iterator>
-
 #include "VRKBasCountedPair.h"
 #include "cls_MetadataRegistrar.h"
 #include "typ_ArchCompTable.h"
@@ -22,46 +20,32 @@ constexpr int kValueClass = 7;
 constexpr unsigned kNoParent = 1;
 constexpr unsigned kNexException = 0x1F0001;
 constexpr unsigned kNexTextException = 0x1F0002;
-constexpr typ_Entry kReserved = {0, kNoParent, nullptr};
+constexpr int kRows = 34;
 
-// The package's classes by index. The command errors name nex_Exception as their parent, as
-// the row of uti_IOErrorException always has; the rows not named are reserved.
-const typ_Entry kTypes[34] = {
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    kReserved,
-    {kException, kNexTextException, "uti_NotOnPathException"},      // 20
-    {kException, kNexTextException, "uti_NotExecutableException"},  // 21
-    kReserved,
-    kReserved,
-    kReserved,
-    {kException, kNexException, "uti_IOErrorException"},       // 25
-    {kException, kNexException, "uti_OdmException"},           // 26
-    {kException, kNexException, "uti_XypException"},           // 27
-    {kValueClass, kNoParent, "uti_Coord3D"},                   // 28
-    {kValueClass, kNoParent, "uti_CoordCont3D"},               // 29
-    {kException, kNexException, "uti_CmdFailedException"},     // 30
-    {kException, kNexException, "uti_InterruptedException"},   // 31
-    {kException, kNexException, "uti_PreCheckFileException"},  // 32
-    kReserved,
+struct TypeTable {
+  typ_Entry rows[kRows];
 };
+
+// The package's classes by index; the rows not named are reserved. The command errors name
+// nex_Exception as their parent, as the row of uti_IOErrorException always has.
+constexpr TypeTable MakeTypes() {
+  TypeTable table{};
+  for (typ_Entry& row : table.rows)
+    row = typ_Entry{0, kNoParent, nullptr};
+  table.rows[20] = {kException, kNexTextException, "uti_NotOnPathException"};
+  table.rows[21] = {kException, kNexTextException, "uti_NotExecutableException"};
+  table.rows[25] = {kException, kNexException, "uti_IOErrorException"};
+  table.rows[26] = {kException, kNexException, "uti_OdmException"};
+  table.rows[27] = {kException, kNexException, "uti_XypException"};
+  table.rows[28] = {kValueClass, kNoParent, "uti_Coord3D"};
+  table.rows[29] = {kValueClass, kNoParent, "uti_CoordCont3D"};
+  table.rows[30] = {kException, kNexException, "uti_CmdFailedException"};
+  table.rows[31] = {kException, kNexException, "uti_InterruptedException"};
+  table.rows[32] = {kException, kNexException, "uti_PreCheckFileException"};
+  return table;
+}
+
+constexpr TypeTable kTypes = MakeTypes();
 
 constexpr cls_MetadataFunction kExceptionMetadata[] = {
     uti_IOErrorException::InitializeMetadata,     uti_OdmException::InitializeMetadata,
@@ -73,7 +57,7 @@ constexpr cls_MetadataFunction kExceptionMetadata[] = {
 
 void VRKLnuUti_initialize(int& tally) {
   if (!VRKBasCountedEnter(useCount, tally, "uti")) return;
-  typ_ArchCompTable::InsertEntry(kFacility, typ_ArchCompEntry(kTypes, std::size(kTypes)));
+  typ_ArchCompTable::InsertEntry(kFacility, typ_ArchCompEntry(kTypes.rows, kRows));
   cls_MetadataRegistrar& registrar = cls_MetadataRegistrar::Instance();
   for (cls_MetadataFunction declare : kExceptionMetadata) {
     registrar.initClassMetadata(declare, cls_MetadataRegistrar::kWorking);
