@@ -9,9 +9,8 @@
 //   int value;
 //   reader >> value;
 //
-// A device belongs to one thread at a time. A device that has no more bytes should block or
-// raise: a span of 0 bytes makes a scalar read raise omi_FatalError, but an array read asks
-// again and again.
+// A device belongs to one thread at a time. A device that has no more bytes yet should
+// block: a span of 0 bytes means the other side is gone, and the read raises omi_FatalError.
 #ifndef BIO_IDEVICE_H
 #define BIO_IDEVICE_H
 

@@ -1,17 +1,29 @@
 #include "bio_IexternalMemFilter.h"
 
-#include <cassert>
+#include <cstdio>
 
 #include "internal/bio_ExternalForm.h"
+#include "internal/bio_Transfer.h"
+#include "omi_FatalError.h"
 
 namespace {
 
-// Reads each element through the filter's scalar slot: shorts are widened and bools
-// normalized in the external form, so their arrays are no single move.
+// Reads each element through the filter's scalar slot: shorts are widened in the external
+// form, so their arrays are no single move.
 template <class T>
 void GetEach(bio_Ifilter& in, T* values, unsigned n) {
   for (unsigned i = 0; i < n; ++i)
     in.get(values[i]);
+}
+
+// Out of the reads' way: the buffer ends before `bytes` of `what`.
+[[noreturn]] __attribute__((noinline, cold)) void RaiseTruncated(const char* what, size_t bytes,
+                                                                 size_t left) {
+  char text[160];
+  std::snprintf(text, sizeof text,
+                "bio_IexternalMemFilter: input truncated: %s of %zu byte%s with %zu left", what,
+                bytes, bytes == 1 ? "" : "s", left);
+  throw omi_FatalError(text, 0);
 }
 
 }  // namespace
@@ -25,13 +37,26 @@ bio_IexternalMemFilter::bio_IexternalMemFilter(char* buffer, size_t size)
 
 bio_IexternalMemFilter::~bio_IexternalMemFilter() = default;
 
-// The path of every read. Inline, so that it stays out of the exported interface and the
-// reads inline it instead of calling it through the PLT.
-inline void bio_IexternalMemFilter::Get(void* dst, size_t count, unsigned sizeLog2) {
+// Every read is held against the end of the buffer first; one comparison, with the raise
+// out of line. Inline, so that it stays out of the exported interface and the reads inline
+// it instead of calling it through the PLT.
+inline void bio_IexternalMemFilter::Require(size_t count, unsigned sizeLog2) const {
   const size_t bytes = count << sizeLog2;
-  assert(bytes <= static_cast<size_t>(end - cursor) && "read past the end of the buffer");
+  const size_t left = static_cast<size_t>(end - cursor);
+  if (__builtin_expect(bytes > left, 0))
+    RaiseTruncated(count == 1 ? "a value" : "an array", bytes, left);
+}
+
+// The path of every read.
+inline void bio_IexternalMemFilter::Get(void* dst, size_t count, unsigned sizeLog2) {
+  Require(count, sizeLog2);
   bio_moveElements(dst, cursor, count, sizeLog2, m_Swap);
-  cursor += bytes;
+  cursor += count << sizeLog2;
+}
+
+void bio_IexternalMemFilter::RequireString(int length) const {
+  const size_t left = static_cast<size_t>(end - cursor);
+  if (static_cast<size_t>(length) > left) RaiseTruncated("a string", length, left);
 }
 
 void bio_IexternalMemFilter::get(double& value) {
@@ -91,13 +116,16 @@ void bio_IexternalMemFilter::getArray(char* values, unsigned n) {
   Get(values, n, 0);
 }
 void bio_IexternalMemFilter::getArray(unsigned short* values, unsigned n) {
+  Require(n, 2);
   GetEach(*this, values, n);
 }
 void bio_IexternalMemFilter::getArray(short* values, unsigned n) {
+  Require(n, 2);
   GetEach(*this, values, n);
 }
 void bio_IexternalMemFilter::getArray(bool* values, unsigned n) {
-  GetEach(*this, values, n);
+  Get(values, n, 0);
+  bio_normalizeBools(values, n);
 }
 
 void bio_IexternalMemFilter::longMove(char* dst, unsigned n) {

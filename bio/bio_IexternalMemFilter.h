@@ -7,10 +7,11 @@
 //   reader >> count;
 //   reader.getArray(values, count);
 //
-// The buffer stays the caller's and must outlive the filter. The reader depends on the data
-// being well formed: a read past the end of the buffer is not detected (a debug build stops
-// at an assertion; otherwise the behaviour is undefined). Strings and pointer reads allocate
-// through the memory layer.
+// The buffer stays the caller's and must outlive the filter. Its bytes may come from
+// anywhere, cut short or corrupt: a read that would pass the end of the buffer raises
+// omi_FatalError, saying what it lacked, and leaves the cursor where it was; a string's
+// length is held against the bytes left before its block is made. Strings and pointer reads
+// allocate through the memory layer.
 #ifndef BIO_IEXTERNALMEMFILTER_H
 #define BIO_IEXTERNALMEMFILTER_H
 
@@ -57,6 +58,11 @@ class VRKLNU_EXPORT bio_IexternalMemFilter : public bio_Ifilter {
   char* cursor;
 
  private:
+  friend class bio_Ifilter;
+  // Raises unless `count` elements of 1 << sizeLog2 bytes are left.
+  void Require(size_t count, unsigned sizeLog2) const;
+  // Raises unless a string of `length` bytes is left.
+  void RequireString(int length) const;
   void Get(void* dst, size_t count, unsigned sizeLog2);
 
   bool m_Swap;  // the host is taken as big-endian

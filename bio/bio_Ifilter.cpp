@@ -5,6 +5,7 @@
 #include <new>
 
 #include "bio_Idevice.h"
+#include "bio_IexternalMemFilter.h"
 #include "internal/bio_Transfer.h"
 #include "omi_FatalError.h"
 #include "omi_complex.h"
@@ -18,8 +19,6 @@ constexpr unsigned kObjectBuckets = 2047;
   throw omi_FatalError("The other side of the connection exited breaking the socket connection",
                        errno);
 }
-
-void NothingOnEmpty() {}
 
 template <class T>
 bio_Ifilter& ReadNew(bio_Ifilter& in, T*& p) {
@@ -106,12 +105,16 @@ void bio_Ifilter::getArray(char* values, unsigned n) {
 }
 void bio_Ifilter::getArray(bool* values, unsigned n) {
   GetHostArray(values, n);
+  bio_normalizeBools(values, n);
 }
 
 bio_Ifilter& bio_Ifilter::operator>>(char*& s) {
   int length;
   get(length);
   if (length < 0) throw omi_FatalError("bio_Ifilter: a string with a negative length", 0);
+  // A buffer from another machine knows what it holds: a length past that is refused before
+  // the block is made.
+  if (auto* external = dynamic_cast<bio_IexternalMemFilter*>(this)) external->RequireString(length);
   s = static_cast<char*>(mem_OperatorNewThrowBuiltin(size_t(length) + 1));
   s[length] = '\0';
   char* bytes = s;
@@ -125,7 +128,7 @@ void bio_Ifilter::longMove(char* dst, unsigned n) {
       [dst](const char* span, unsigned done, unsigned count) {
         std::memcpy(dst + done, span, count);
       },
-      NothingOnEmpty);
+      RaiseBrokenConnection);
 }
 
 void bio_Ifilter::shortMove(char* dst, unsigned n) {

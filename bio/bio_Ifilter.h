@@ -14,7 +14,7 @@
 // functions), which clients built against the library rely on: getChars, get, getArray and
 // then the three raw movers. bio_Ofilter orders its own differently, on purpose.
 //
-// Failure: a scalar read from a device with nothing left raises omi_FatalError with the text
+// Failure: a read from a device with nothing left raises omi_FatalError with the text
 // "The other side of the connection exited breaking the socket connection" and the errno of
 // the moment; allocation failure raises through the memory layer. A filter belongs to one
 // thread, isn't copied and keeps its device (not owned) for life.
@@ -67,7 +67,8 @@ class VRKLNU_EXPORT bio_Ifilter : public mem_AllocationOperators {
   // Reads a string written by bio_Ofilter::putString: an int length, then the bytes. `s`
   // becomes a new block of length + 1 bytes from the memory layer, zero-terminated, which
   // the caller owns (mem_Free) even if reading the bytes fails. A negative length raises
-  // omi_FatalError.
+  // omi_FatalError, and so does, on an external reader, a length past the bytes left; `s`
+  // is then left as it was.
   bio_Ifilter& operator>>(char*& s);
 
   // Objects numbered for a client that sends a shared object once and refers to it by
@@ -78,9 +79,9 @@ class VRKLNU_EXPORT bio_Ifilter : public mem_AllocationOperators {
   // `device` is not owned; null for filters that read memory of their own.
   explicit bio_Ifilter(bio_Idevice* device);
 
-  // The raw movers. Here they read through the device: longMove copies span by span;
-  // shortMove, the path of every scalar, copies byte by byte and raises when the device has
-  // nothing left; shortSwap is shortMove filling `dst` from its last byte downward.
+  // The raw movers. Here they read through the device, and raise when it has nothing left:
+  // longMove copies span by span; shortMove, the path of every scalar, copies byte by byte;
+  // shortSwap is shortMove filling `dst` from its last byte downward.
   virtual void longMove(char* dst, unsigned n);
   virtual void shortMove(char* dst, unsigned n);
   virtual void shortSwap(char* dst, unsigned n);

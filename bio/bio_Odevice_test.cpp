@@ -11,6 +11,7 @@
 #include "bio_Idevice.h"
 #include "bio_Ifilter.h"
 #include "bio_Ofilter.h"
+#include "mem_Alloc.h"
 #include "omi_FatalError.h"
 
 namespace {
@@ -76,14 +77,23 @@ TEST(InternalFilterTest, ValuesTakeTheirSizeInMemory) {
   EXPECT_EQ(buffer.writePos, 27u + 6 + 6);
 }
 
-TEST(InternalFilterTest, AScalarReadThatRunsDryMeansTheOtherSideIsGone) {
+// Scalars, arrays and strings alike: a device that has nothing more to give ends the read.
+TEST(InternalFilterTest, AReadThatRunsDryMeansTheOtherSideIsGone) {
+  const char* const kGone =
+      "The other side of the connection exited breaking the socket connection";
   Pipe pipe(16);
   pipe.writer << short(1);
   errno = EPIPE;
   int value;
-  EXPECT_THAT(
-      [&] { pipe.reader >> value; },
-      FatalError("The other side of the connection exited breaking the socket connection", EPIPE));
+  EXPECT_THAT([&] { pipe.reader >> value; }, FatalError(kGone, EPIPE));
+  pipe.writer << short(1);
+  int values[2];
+  EXPECT_THAT([&] { pipe.reader.getArray(values, 2); }, FatalError(kGone, EPIPE));
+  pipe.writer.putString("text");
+  pipe.buffer.writePos -= 2;  // the string's last two bytes never came
+  char* text = nullptr;
+  EXPECT_THAT([&] { pipe.reader >> text; }, FatalError(kGone, EPIPE));
+  mem_Free(text);
 }
 
 // Devices over buffers of three bytes, so that every value crosses buffers.

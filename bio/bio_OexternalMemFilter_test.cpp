@@ -171,21 +171,4 @@ TEST(OexternalMemFilterTest, OutputIsHeldBelowFourGiB) {
   munmap(source, kFourGiB);
 }
 
-TEST(IexternalMemFilterTest, ANegativeStringLengthRaises) {
-  unsigned char bytes[] = {0xFF, 0xFF, 0xFF, 0xFF};
-  bio_IexternalMemFilter reader(reinterpret_cast<char*>(bytes), sizeof bytes);
-  char* s = nullptr;
-  EXPECT_THROW(reader >> s, omi_FatalError);
-  EXPECT_EQ(s, nullptr);
-}
-
-#ifndef NDEBUG
-TEST(IexternalMemFilterDeathTest, ReadingPastTheEndStopsADebugBuild) {
-  char bytes[2] = {};
-  bio_IexternalMemFilter reader(bytes, sizeof bytes);
-  int value;
-  EXPECT_DEATH(reader >> value, "read past the end");
-}
-#endif
-
 }  // namespace

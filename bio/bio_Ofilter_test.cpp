@@ -7,6 +7,7 @@
 #include <climits>
 #include <cmath>
 #include <cstring>
+#include <string>
 #include <tuple>
 #include <type_traits>
 #include <typeinfo>
@@ -119,6 +120,22 @@ TEST(FilterPairTest, InternalAndMemoryFilters) {
   bio_IOmemFilter filter(16);
   WriteEveryType(filter);
   ExpectEveryType(filter);
+}
+
+// A bool array stores true for any non-zero byte, as the scalar read does, on both readers.
+TEST(FilterPairTest, BoolArraysReadAnyNonZeroByteAsTrue) {
+  char bytes[] = {0, 1, 2, '\xFF'};
+  auto stored = [](bio_Ifilter&& in) {
+    bool values[4];
+    in.getArray(values, 4);
+    return std::string(reinterpret_cast<const char*>(values), sizeof values);
+  };
+  bio_Buffer buffer(16);
+  std::memcpy(buffer.data, bytes, sizeof bytes);
+  buffer.writePos = sizeof bytes;
+  bio_ImemoryDevice device(buffer);
+  EXPECT_EQ(stored(bio_IinternalFilter(device)), std::string("\0\1\1\1", 4));
+  EXPECT_EQ(stored(bio_IexternalMemFilter(bytes, sizeof bytes)), std::string("\0\1\1\1", 4));
 }
 
 class ExternalFilterPairTest : public ::testing::TestWithParam<omi_Swapper::EndianType> {

@@ -30,8 +30,10 @@ int cls_ClassMetadata::DeleteCow(cow_COW<int, cow_Direct<int>>* cow) const {
   return 1;
 }
 
+// The slot takes the visitor as const and the constructor function without const; both
+// shapes are fixed for clients, so the function gets the caller's visitor as it is.
 void* cls_ClassMetadata::Ctor(const cls_ReadVisitor& visitor) const {
-  return m_Ctor ? m_Ctor(visitor) : nullptr;
+  return m_Ctor ? m_Ctor(const_cast<cls_ReadVisitor&>(visitor)) : nullptr;
 }
 
 cls_ClassMetadata& cls_ClassMetadata::AddDtor(cls_CowDeleteFunction cowDelete) {

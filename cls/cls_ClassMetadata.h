@@ -27,7 +27,7 @@ class cls_ReadVisitor;
 class cls_WriteVisitor;
 
 // Builds an object of the class from a read visitor.
-typedef void* (*cls_CtorFunction)(const cls_ReadVisitor& visitor);
+typedef void* (*cls_CtorFunction)(cls_ReadVisitor& visitor);
 // Releases a cow_COW of the class, given as the library's generic shared value.
 typedef void (*cls_CowDeleteFunction)(cow_COW<int, cow_Direct<int>>* cow);
 

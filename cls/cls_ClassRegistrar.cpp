@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 
 namespace {
 
@@ -85,28 +86,28 @@ int cls_ClassRegistrar::GetLastClassVersionNumber(const unsigned& classId) const
   return newest.IsEmpty() ? -1 : newest.GetRef().Version();
 }
 
-template <class Visit>
-void cls_ClassRegistrar::ForEachVersion(unsigned classId, Visit visit) const {
+template <class Qualifies, class Better>
+int cls_ClassRegistrar::PickVersion(unsigned classId, Qualifies qualifies, Better better) const {
+  bool found = false;
+  int best = -1;
   for (omi_BtreeIterator<cls_CIDVersion, cls_ClassMetadataHld> it(m_Versions); !it.IsDone();
        it.Next()) {
-    if (it.CurrentKey().ClassId() == classId) visit(it.CurrentKey().Version());
+    const int version = it.CurrentKey().Version();
+    if (it.CurrentKey().ClassId() != classId || !qualifies(version)) continue;
+    if (!found || better(version, best)) best = version;
+    found = true;
   }
+  return best;
 }
 
 int cls_ClassRegistrar::GetFirstClassVersionNumberGREQ(const unsigned& classId, int version) const {
-  int found = -1;
-  ForEachVersion(classId, [&](int v) {
-    if (v >= version && (found == -1 || v < found)) found = v;
-  });
-  return found;
+  return PickVersion(
+      classId, [version](int v) { return v >= version; }, std::less<int>());
 }
 
 int cls_ClassRegistrar::GetPreviousClassVersionNumber(const unsigned& classId, int version) const {
-  int found = -1;
-  ForEachVersion(classId, [&](int v) {
-    if (v < version && (found == -1 || v > found)) found = v;
-  });
-  return found;
+  return PickVersion(
+      classId, [version](int v) { return v < version; }, std::greater<int>());
 }
 
 bool cls_ClassRegistrar::InheritanceCheck(const unsigned& derived, const unsigned& base) const {

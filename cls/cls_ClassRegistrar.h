@@ -88,9 +88,11 @@ class VRKLNU_EXPORT cls_ClassRegistrar : public mem_AllocationOperators {
                               cls_VersionPresentHook versionPresent, cls_ClassNameHook className);
 
  private:
-  // Visits every registered version of the class, oldest first.
-  template <class Visit>
-  void ForEachVersion(unsigned classId, Visit visit) const;
+  // The best of the registered versions of the class that `qualifies`: the first found,
+  // replaced by each one that is `better` than the best so far. -1 when none qualifies;
+  // versions are signed, so a version -1 is found like any other.
+  template <class Qualifies, class Better>
+  int PickVersion(unsigned classId, Qualifies qualifies, Better better) const;
 
   omi_Btree<unsigned, cls_ClassMetadataHld> m_Newest;
   omi_Btree<cls_CIDVersion, cls_ClassMetadataHld> m_Versions;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "VRKTestLibrary.h"
+#include "cls_ReadVisitor.h"
 
 namespace {
 
@@ -77,6 +78,32 @@ TEST_F(ClassRegistrarTest, LookupsFindVersionsWhateverTheOrderOfRegistration) {
   registrar->DeleteClass("Alias", kDisc);
   EXPECT_EQ(registrar->GetClassID("Shape"), kShape);
   EXPECT_EQ(registrar->GetClassID("Alias"), kDisc);
+}
+
+// Versions are signed: -1 is a version like any other, told apart from "none found".
+TEST_F(ClassRegistrarTest, NegativeVersionsAreFoundLikeAnyOther) {
+  Declare(kShape, 3);
+  Declare(kShape, -1);
+  Declare(kShape, -4);
+  EXPECT_EQ(registrar->GetFirstClassVersionNumberGREQ(kShape, -2), -1);
+  EXPECT_EQ(registrar->GetFirstClassVersionNumberGREQ(kShape, -9), -4);
+  EXPECT_EQ(registrar->GetFirstClassVersionNumberGREQ(kShape, 0), 3);
+  EXPECT_EQ(registrar->GetPreviousClassVersionNumber(kShape, 0), -1);
+  EXPECT_EQ(registrar->GetPreviousClassVersionNumber(kShape, -1), -4);
+  EXPECT_EQ(registrar->GetPreviousClassVersionNumber(kShape, -4), -1);  // none
+}
+
+// The constructor function takes the visitor as the read constructors do, not as const.
+void* BuildFromVisitor(cls_ReadVisitor& visitor) {
+  return &visitor;
+}
+
+TEST_F(ClassRegistrarTest, CtorCallsTheConstructorFunctionWithTheVisitor) {
+  const cls_ClassMetadata& shape =
+      registrar->CreateClassMD("Shape", kShape, 1, BuildFromVisitor, 1);
+  cls_ReadVisitor visitor(nullptr);
+  EXPECT_EQ(shape.Ctor(visitor), &visitor);
+  EXPECT_EQ(Declare(kCircle, 1).Ctor(visitor), nullptr);  // no function
 }
 
 TEST_F(ClassRegistrarTest, RepeatedRegistrationKeepsTheFirstMetadataAndIsSilentOffSite) {

@@ -54,8 +54,12 @@ class VRKLNU_EXPORT cls_Uid : public mem_AllocationOperatorsTiny {
   // Copies that share the identity.
   int UseCount() const { return m_Entry->m_RefCount; }
 
- private:
+  // A fresh entry from the calling thread's catalogue, as default construction takes one:
+  // a use count of 1 and no history. The count is the caller's, who gives the entry back
+  // with cls_UidCatalog::Release once it falls to 0.
   static cls_UidCatalogEntry* AllocateUid();
+
+ private:
   static void Release(cls_UidCatalogEntry* entry);
 
   cls_UidCatalogEntry* m_Entry;

@@ -32,6 +32,17 @@ TEST_F(UidTest, CopiesShareOneIdentityAndNewUidLeavesIt) {
   EXPECT_EQ(a.UseCount(), 2);
 }
 
+// AllocateUid takes a fresh entry as construction does; the caller gives it back to its
+// catalogue, which hands it out again first.
+TEST_F(UidTest, AllocateUidTakesAFreshEntry) {
+  cls_UidCatalogEntry* entry = cls_Uid::AllocateUid();
+  EXPECT_EQ(entry->m_RefCount, 1);
+  EXPECT_EQ(entry->m_History, nullptr);
+  cls_UidCatalog::Release(entry);
+  EXPECT_EQ(cls_Uid::AllocateUid(), entry);
+  cls_UidCatalog::Release(entry);
+}
+
 TEST_F(UidTest, EachThreadHasItsCatalogueInBlocksOf2048AndItsConstants) {
   const cls_Static& mine = cls_Static::Instance();
   EXPECT_EQ(&cls_Static::Instance(), &mine);

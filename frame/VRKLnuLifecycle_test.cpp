@@ -6,11 +6,17 @@
 #include <string>
 #include <vector>
 
+#include "VRKBasAtiThreadingModel.h"
 #include "VRKBasCountedPair.h"
+#include "VRKBasExceptionModel.h"
+#include "VRKBasUtlExceptionModel.h"
 #include "VRKLnuNex.h"
 #include "VRKLnuPdc.h"
+#include "VRKLnuThrMultiThreadFact.h"
 #include "VRKLnuTyp.h"
 #include "VRKLnuUti.h"
+#include "nex_ExceptionFactory.h"
+#include "utl_ExceptionFactory.h"
 
 namespace {
 
@@ -139,6 +145,31 @@ TEST_F(LifecycleTest, FullRestartRepeatsTheWholeStart) {
   EXPECT_EQ(tally, 15);
   EXPECT_THAT(Take(), ElementsAreArray(kFullStart));
   VRKLnuBasicUtils_finalize(tally);
+  EXPECT_EQ(tally, 0);
+}
+
+// The rule that every installed factory follows: a start installs a fresh one, and a stop
+// withdraws and deletes the one that its start installed, never one that a client put in its
+// place (an object of the package's own class here, which a wrong delete would hit).
+template <class Model, class Factory>
+void ExpectTheFactoryRule(int& tally) {
+  VRKLnuBasicUtils_initialize(tally);
+  EXPECT_NE(dynamic_cast<Factory*>(Model::getBehavior()), nullptr);
+  VRKLnuBasicUtils_finalize(tally);
+  EXPECT_EQ(Model::getBehavior(), nullptr);
+  VRKLnuBasicUtils_initialize(tally);
+  EXPECT_NE(Model::getBehavior(), nullptr);
+  Factory client;
+  Model::setBehavior(&client);
+  VRKLnuBasicUtils_finalize(tally);
+  EXPECT_EQ(Model::getBehavior(), &client);
+  Model::setBehavior(nullptr);
+}
+
+TEST_F(LifecycleTest, PackagesInstallAFreshFactoryAndDeleteOnlyTheirOwn) {
+  ExpectTheFactoryRule<VRKBasAtiThreadingModel, VRKLnuThrMultiThreadFact>(tally);
+  ExpectTheFactoryRule<VRKBasExceptionModel, nex_ExceptionFactory>(tally);
+  ExpectTheFactoryRule<VRKBasUtlExceptionModel, utl_ExceptionFactory>(tally);
   EXPECT_EQ(tally, 0);
 }
 

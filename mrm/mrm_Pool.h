@@ -11,8 +11,10 @@
 // The provider is charged whole blocks of 64 KiB for what is out to the client times the
 // overhead factor (at least the overhead minimum): a high-water mark, raised only when it
 // crosses a block boundary, so that Alloc touches the block table rarely and Free never.
-// Nothing is refused for exceeding the plan. Alloc raises through the memory layer when it
-// fails, with the counts already changed. Threads: the job's thread only.
+// Nothing is refused for exceeding the plan. A size below 0, or above kMaxSize (the piece and
+// its header must fit a 32-bit int), is refused with null and changes nothing. Otherwise
+// Alloc raises through the memory layer when it fails, with the counts already changed.
+// Threads: the job's thread only.
 #ifndef MRM_POOL_H
 #define MRM_POOL_H
 
@@ -30,17 +32,21 @@ class VRKLNU_EXPORT mrm_Pool : public mem_AllocationOperators {
   mrm_Pool(const mrm_Pool&) = delete;
   mrm_Pool& operator=(const mrm_Pool&) = delete;
 
-  // `size` bytes, 8-byte aligned. The size with its 8-byte header is taken as a 32-bit int.
+  // Each piece carries its size in a header of 8 bytes; both fit a 32-bit int.
+  static constexpr int kHeader = 8;
+  static constexpr int64_t kMaxSize = 0x7fffffff - kHeader;
+
+  // `size` bytes, 8-byte aligned; null for a size outside [0, kMaxSize].
   void* Alloc(int64_t size) {
+    if (static_cast<uint64_t>(size) > static_cast<uint64_t>(kMaxSize)) return nullptr;
     ++m_Consumption.numAllocs;
     m_Consumption.outToClient += static_cast<double>(size);
     double need = m_Consumption.outToClient * m_Capacity.overheadFactor;
     if (m_Capacity.overheadMin > need) need = m_Capacity.overheadMin;
     const int rounded = mrm_RoundToBlock(mrm_TruncateToInt(need));
     if (rounded > m_Provider->m_Consumption.pinnedBytes) RaiseCharge(rounded);
-    const int total =
-        static_cast<int>(static_cast<uint32_t>(static_cast<uint64_t>(size) + kHeader));
-    char* block = static_cast<char*>(mem_OperatorNewThrowBuiltin(static_cast<size_t>(total)));
+    char* block =
+        static_cast<char*>(mem_OperatorNewThrowBuiltin(static_cast<size_t>(size) + kHeader));
     const int32_t stored = static_cast<int32_t>(size);
     std::memcpy(block, &stored, sizeof stored);
     return block + kHeader;
@@ -65,9 +71,6 @@ class VRKLNU_EXPORT mrm_Pool : public mem_AllocationOperators {
   friend class mrm_PoolFactory;
   friend VRKLNU_EXPORT const mrm_SmallBlockCapacity mrm_GetCapacity(const mrm_Pool& pool);
   friend VRKLNU_EXPORT const mrm_SmallBlockConsumption mrm_GetConsumption(const mrm_Pool& pool);
-
-  // Each piece carries its size in a header of 8 bytes.
-  static constexpr int kHeader = 8;
 
   mrm_Pool(mrm_LargeBlockPool* provider, const mrm_SmallBlockCapacity& capacity)
       : m_Provider(provider), m_Capacity(capacity) {}

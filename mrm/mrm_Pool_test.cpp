@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <vector>
 
 #include "VRKTestLibrary.h"
@@ -53,6 +54,21 @@ TEST_F(PoolTest, ProviderChargeIsAHighWaterMarkInWholeBlocks) {
   mrm_PoolFactory::Shutdown(pool);
   EXPECT_TRUE(mrm_Manager::Instance().ConstGetJobConsumption().IsZero());
   EXPECT_EQ(mrm_PoolFactory::GetPool(mrm_TestLabel(1, 0, 0)), nullptr);
+}
+
+// A size whose header arithmetic would overflow, or that the 32-bit size in the header can't
+// hold, is refused with null and changes nothing.
+TEST_F(PoolTest, SizesOutsideTheHeaderAreRefusedWithoutAnyChange) {
+  mrm_Pool* pool = SpotPool(mrm_SmallBlockCapacity());
+  for (int64_t size :
+       {int64_t{-1}, int64_t{-8}, std::numeric_limits<int64_t>::min(), int64_t{0x7fffffff} - 7,
+        int64_t{0xfffffff8}, int64_t{0xffffffff}, std::numeric_limits<int64_t>::max()}) {
+    EXPECT_EQ(pool->Alloc(size), nullptr) << size;
+    EXPECT_EQ(mrm_GetConsumption(*pool).numAllocs, 0) << size;
+    EXPECT_EQ(mrm_GetConsumption(*pool).outToClient, 0) << size;
+    EXPECT_EQ(Charged(*pool), 0) << size;
+  }
+  mrm_PoolFactory::Shutdown(pool);
 }
 
 // A restart takes the new capacity and starts from nothing, on the same pool; the overhead

@@ -17,6 +17,7 @@
 namespace {
 
 int useCount = 0;
+VRKBasInstalledFactory<VRKBasExceptionModel, nex_ExceptionFactory> factory;
 
 constexpr cls_MetadataFunction kMetadata[] = {
     nex_AssertException::InitializeMetadata,     nex_BadCastException::InitializeMetadata,
@@ -30,7 +31,7 @@ constexpr cls_MetadataFunction kMetadata[] = {
 
 void VRKLnuNex_initialize(int& tally) {
   if (!VRKBasCountedEnter(useCount, tally, "nex")) return;
-  VRKBasExceptionModel::setBehavior(new nex_ExceptionFactory);
+  factory.Install();
   nex_TypeTableSetUp();
   for (cls_MetadataFunction declare : kMetadata) {
     cls_MetadataRegistrar::Instance().initClassMetadata(declare, cls_MetadataRegistrar::kWorking);
@@ -41,10 +42,7 @@ void VRKLnuNex_initialize(int& tally) {
 void VRKLnuNex_finalize(int& tally) {
   if (!VRKBasCountedLeave(useCount, tally, "nex")) return;
   nex_OutOfMemoryTearDown();
-  // The model keeps no ownership: the factory that this package installed goes with it.
-  VRKBasExceptionFactory* factory = VRKBasExceptionModel::getBehavior();
-  VRKBasExceptionModel::setBehavior(nullptr);
-  delete dynamic_cast<nex_ExceptionFactory*>(factory);
+  factory.Remove();
   nex_TypeTableTearDown();
 }
 

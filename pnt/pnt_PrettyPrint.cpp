@@ -72,8 +72,12 @@ pnt_PrettyPrint::~pnt_PrettyPrint() {
 
 pnt_PrettyPrint& pnt_PrettyPrint::prettyprint(const char* text, size_t n) {
   for (size_t i = 0; i < n; ++i) {
-    if (text[i] == kEscape && i + 1 < n && Control(text[i + 1])) {
-      ++i;
+    if (text[i] == kEscape && i + 1 < n) {
+      // An ESC with a byte that is no control letter: both are plain, even a newline.
+      if (!Control(text[++i])) {
+        Character(kEscape);
+        Character(text[i]);
+      }
     } else if (text[i] == '\n') {
       ForcedBreak();
     } else {

@@ -16,9 +16,9 @@
 //   pnt_conditionalBreak     ends the line here if the line at this nesting level was broken
 //                            (or was ended by a forced break);
 //   pnt_optionalBreak        a place where the line may break when it gets too long.
-// A sequence must stand whole in one write. An ESC not followed by one of these letters is
-// an ordinary character, and so is an ESC that ends a write. An undent or close with nothing
-// to undo is ignored.
+// A sequence must stand whole in one write. An ESC followed by any other byte gives two
+// ordinary characters (a newline after it is no break), and an ESC that ends a write is an
+// ordinary character. An undent or close with nothing to undo is ignored.
 //
 // When a character would make the line reach `width`, the line breaks at the oldest break
 // chance still held (an optional break replaces the earlier optional one at its level), or,

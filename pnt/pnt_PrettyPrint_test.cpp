@@ -114,11 +114,13 @@ TEST_F(PrettyPrintTest, DebugFrameAndTags) {
 }
 
 TEST_F(PrettyPrintTest, OddControlInputIsHarmless) {
-  // An unknown letter and a sequence split over two writes are ordinary characters; an
-  // undent or close with nothing to undo is ignored.
+  // An ESC and any other byte after it are two ordinary characters, even a newline or an
+  // ESC; so is a sequence split over two writes. An undent or close with nothing to undo is
+  // ignored.
   m_Printer << "\033x" << '\033' << 't' << pnt_undent << pnt_close << pnt_close << "\033";
+  m_Printer << pnt_indent << "\033\n|\033\033t|" << pnt_undent;  // no break: "|" stays unindented
   m_Printer << pnt_indent << pnt_forcedBreak << "y" << endl;
-  EXPECT_EQ(Text(), "\033x\033t\033\n  y\n");
+  EXPECT_EQ(Text(), "\033x\033t\033\033\n|\033\033t|\n  y\n");
 }
 
 TEST_F(PrettyPrintTest, LongRunsOfBreaksStayBounded) {

@@ -5,9 +5,11 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <fstream>
 #include <set>
 #include <sstream>
+#include <thread>
 
 #include "VRKLnuLifecycle.h"
 #include "mem_Alloc.h"
@@ -40,6 +42,15 @@ VRKScratchDir::~VRKScratchDir() {
       m_Path.c_str(),
       [](const char* path, const struct stat*, int, struct FTW*) { return ::remove(path); }, 16,
       FTW_DEPTH | FTW_PHYS);
+}
+
+bool VRKEventually(const std::function<bool()>& condition) {
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > limit) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  return true;
 }
 
 std::string VRKReadFile(const std::string& path) {

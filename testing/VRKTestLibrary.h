@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 
 // Base of test fixtures that need the library up.
@@ -42,6 +43,9 @@ class VRKScratchDir {
  private:
   std::string m_Path;
 };
+
+// Waits up to ten seconds for the condition, looking every millisecond; whether it held.
+bool VRKEventually(const std::function<bool()>& condition);
 
 // The whole content of a file, empty when it can't be read.
 std::string VRKReadFile(const std::string& path);

@@ -3,22 +3,21 @@
 #include "VRKBasAtiThreadingModel.h"
 #include "VRKBasCountedPair.h"
 #include "VRKLnuThrMultiThreadFact.h"
+#include "internal/thr_SharedHold.h"
 #include "thr_GlobalLock.h"
-#include "thr_LockPool.h"
 #include "thr_ThrSingletonRegistry.h"
 #include "thr_ThreadId.h"
 #include "thr_ThreadPool.h"
 
 namespace {
 int useCount = 0;
-}
+VRKBasInstalledFactory<VRKBasAtiThreadingModel, VRKLnuThrMultiThreadFact> factory;
+}  // namespace
 
 void VRKLnuThr_initialize(int& tally) {
   if (!VRKBasCountedEnter(useCount, tally, "thr")) return;
-  // The factory is never withdrawn: a start after a stop finds it in place and keeps it.
-  if (dynamic_cast<VRKLnuThrMultiThreadFact*>(VRKBasAtiThreadingModel::getBehavior()) == nullptr) {
-    VRKBasAtiThreadingModel::setBehavior(new VRKLnuThrMultiThreadFact);
-  }
+  thr_HoldShared();
+  factory.Install();
   thr_GlobalLock::Instance();
   thr_ThrSingletonRegistry::Instance();
   thr_ThreadPool::Instance();
@@ -28,10 +27,10 @@ void VRKLnuThr_finalize(int& tally) {
   if (!VRKBasCountedLeave(useCount, tally, "thr")) return;
   thr_ThreadId::Finalize();
   // The registry finalizes the calling thread's objects before the pool ends; its own
-  // block goes after the pool, whose threads still finalize theirs through it as they end.
+  // block goes after the pool, whose threads still finalize theirs through it as they end,
+  // and after any thread that the pool left running.
   thr_ThrSingletonRegistry::FinalizeCallingThread();
   thr_ThreadPool::Finalize();
-  thr_ThrSingletonRegistry::Finalize();
-  thr_LockPool::Finalize();
-  thr_GlobalLock::Finalize();
+  thr_ReleaseShared();
+  factory.Remove();
 }

@@ -4,12 +4,14 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <thread>
 #include <utility>
 #include <vector>
 
 #include "VRKBasAtiThreadingModel.h"
 #include "VRKLnuLifecycle.h"
+#include "VRKTestLibrary.h"
 #include "mem_Alloc.h"
 #include "thr_LockPool.h"
 #include "thr_ThreadId.h"
@@ -44,27 +46,84 @@ class Job : public VRKBasAtiThreadTask {
   std::atomic<bool>& m_Done;
 };
 
-// A first start installs the threading factory for good; a stop destroys the per-thread
-// objects in level order and gives back everything else.
-TEST(ThrPackageTest, StopDestroysThreadObjectsInLevelOrderAndGivesEverythingBack) {
-  int tally = 0;
+// A full start, stop and start again, with `footprint` what the memory layer holds while
+// the library is down; the new pool has `threads` threads.
+thr_ThreadPool& Restart(int& tally, unsigned long& footprint, int threads) {
   VRKLnuBasicUtils_initialize(tally);
-  VRKBasAtiThreadFactory* factory = VRKBasAtiThreadingModel::getBehavior();
-  char* name = factory->AsString();
+  VRKLnuBasicUtils_finalize(tally);
+  footprint = mem_Footprint();
+  VRKLnuBasicUtils_initialize(tally);
+  thr_ThreadPool& pool = thr_ThreadPool::Instance();
+  pool.AddThreads(threads);
+  return pool;
+}
+
+// Runs a function once `release` is set, after marking that it started.
+class Late : public VRKBasAtiThreadTask {
+ public:
+  Late(std::atomic<bool>& started, std::atomic<bool>& release, std::function<void()> run)
+      : m_Started(started), m_Release(release), m_Run(std::move(run)) {}
+  void Run(int) override {
+    m_Run();  // before the stop
+    m_Started = true;
+    while (!m_Release)
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    m_Run();  // after it
+  }
+
+ private:
+  std::atomic<bool>& m_Started;
+  std::atomic<bool>& m_Release;
+  std::function<void()> m_Run;
+};
+
+// Threads that the pool leaves running at its end (a task handed over with noJoin, or every
+// thread once the error condition is set) finish after the whole library has stopped. What
+// they touch then, the per-thread registry, the global lock and the lock pool with a lock
+// still held, stays until the last of them has left, and then goes.
+TEST(ThrPackageTest, ThreadsLeftRunningFinishAfterAFullStop) {
+  thr_PoolLock* held = nullptr;
+  const std::function<void()> useThreadObjects = [] { Leveled<4>::Instance(); };
+  const std::function<void()> holdAPoolLock = [&held] {
+    if (held == nullptr) {
+      held = thr_LockPool::Instance().GetLock();
+      held->Lock();
+    } else {
+      held->Unlock();
+      thr_LockPool::Instance().ReleaseLock(held);
+    }
+  };
+  const struct {
+    bool errorCondition;
+    const std::function<void()>& run;
+  } kCases[] = {{false, useThreadObjects}, {true, useThreadObjects}, {false, holdAPoolLock}};
+  for (const auto& late : kCases) {
+    int tally = 0;
+    unsigned long footprint;
+    thr_ThreadPool& pool = Restart(tally, footprint, 2);
+    std::atomic<bool> started{false};
+    std::atomic<bool> release{false};
+    ASSERT_TRUE(pool.RunTask(new Late(started, release, late.run), !late.errorCondition));
+    ASSERT_TRUE(VRKEventually([&] { return started.load(); }));
+    pool.SetErrorCondition(late.errorCondition);
+    VRKLnuBasicUtils_finalize(tally);
+    release = true;
+    EXPECT_TRUE(VRKEventually([&] { return mem_Footprint() == footprint; }));
+  }
+}
+
+// A stop destroys the per-thread objects in level order and gives back everything else.
+TEST(ThrPackageTest, StopDestroysThreadObjectsInLevelOrderAndGivesEverythingBack) {
+  ends.clear();
+  int tally = 0;
+  unsigned long footprint;
+  thr_ThreadPool& pool = Restart(tally, footprint, 3);
+  char* name = VRKBasAtiThreadingModel::getBehavior()->AsString();
   EXPECT_STREQ(name, "MULTI_THREADED_POSIX");
   mem_Free(name);
-  VRKLnuBasicUtils_finalize(tally);
-  EXPECT_EQ(VRKBasAtiThreadingModel::getBehavior(), factory);
-  const unsigned long footprint = mem_Footprint();
-
-  VRKLnuBasicUtils_initialize(tally);
-  EXPECT_EQ(VRKBasAtiThreadingModel::getBehavior(), factory);
-  thr_ThreadPool& pool = thr_ThreadPool::Instance();
-  pool.AddThreads(3);
   std::atomic<bool> done{false};
   ASSERT_TRUE(pool.RunTask(new Job(done)));
-  while (!done)
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  ASSERT_TRUE(VRKEventually([&] { return done.load(); }));
   Leveled<16>::Instance();
   Leveled<4>::Instance();
   thr_LockPool::Instance().GetLock();

@@ -18,7 +18,7 @@ void thr_CondVar::Unlock() {
 }
 
 void thr_CondVar::WaitForSignal(int seconds) {
-  WaitForSignalMilliseconds(seconds * 1000);
+  WaitForSignalMilliseconds(thr_Event::Milliseconds(seconds));
 }
 
 void thr_CondVar::WaitForSignalMilliseconds(int milliseconds) {
@@ -33,7 +33,7 @@ void thr_CondVar::WaitForSignalMilliseconds(int milliseconds) {
   // no signal to a waiter is missed, and the wait without limit needs no polling.
   int depth = 0;
   m_Event->Wait(
-      milliseconds == 0 ? -1 : milliseconds, [&] { depth = m_MutexHandle->LeaveAll(); },
+      milliseconds < 1 ? -1 : milliseconds, [&] { depth = m_MutexHandle->LeaveAll(); },
       &m_Signalled);
 
   m_Inner.Lock();

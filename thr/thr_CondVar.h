@@ -34,9 +34,10 @@ class VRKLNU_EXPORT thr_CondVar : public VRKBasAtiCondVar {
 
   void Lock() override;
   void Unlock() override;
-  // Waits for a Signal at most `seconds`; 0 waits without limit.
+  // Waits for a Signal at most `seconds`; 0, a negative time and one past the range of a
+  // millisecond count wait without limit.
   void WaitForSignal(int seconds) override;
-  // The same with the limit in milliseconds; 0 waits without limit.
+  // The same with the limit in milliseconds; 0 and below wait without limit.
   void WaitForSignalMilliseconds(int milliseconds);
   void Signal() override;
   int id() const override { return 522; }

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <climits>
 #include <thread>
 
 namespace {
@@ -37,6 +38,31 @@ TEST(CondVarTest, SignalWakesAWaiterOnEitherPath) {
     }
     waiter.join();
     EXPECT_LT(MillisecondsSince(start), 10000.0) << "limit " << milliseconds;
+  }
+}
+
+// A time that doesn't fit a count of milliseconds, or a negative one, waits without limit:
+// the waiter returns once, when signalled. 115964117 s is 8 ms in a 32-bit count.
+TEST(CondVarTest, TimesBeyondTheMillisecondRangeWaitWithoutLimit) {
+  for (int seconds : {INT_MAX, 115964117, -1, INT_MIN}) {
+    thr_CondVar cond;
+    bool ready = false;  // under the condition's lock
+    int returns = 0;
+    std::thread waiter([&] {
+      thr_Hold<thr_CondVar> hold(cond);
+      while (!ready) {
+        cond.WaitForSignal(seconds);
+        ++returns;
+      }
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    {
+      thr_Hold<thr_CondVar> hold(cond);
+      ready = true;
+      cond.Signal();
+    }
+    waiter.join();
+    EXPECT_EQ(returns, 1) << seconds;
   }
 }
 

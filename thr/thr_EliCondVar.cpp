@@ -9,7 +9,7 @@ thr_EliCondVar::~thr_EliCondVar() {
 }
 
 void thr_EliCondVar::WaitForSignal(int seconds) {
-  m_Event->Wait(seconds < 1 ? -1 : seconds * 1000);
+  m_Event->Wait(thr_Event::Milliseconds(seconds));
 }
 
 void thr_EliCondVar::Signal() {

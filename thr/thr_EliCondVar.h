@@ -21,7 +21,8 @@ class VRKLNU_EXPORT thr_EliCondVar : public mem_AllocationOperators {
   thr_EliCondVar& operator=(const thr_EliCondVar&) = delete;
   ~thr_EliCondVar();
 
-  // Waits until signalled, at most `seconds`; a value below 1 waits without limit.
+  // Waits until signalled, at most `seconds`; a value below 1, or past the range of a
+  // millisecond count, waits without limit.
   void WaitForSignal(int seconds);
   void Signal();
   void ResetSignal();

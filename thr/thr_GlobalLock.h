@@ -1,6 +1,7 @@
 // The process-wide lock that guards the making of singletons' guards and of thread-local
 // slots. It is itself a plain singleton, made at the thread package's start (its mutex
-// comes from the installed threading factory) and destroyed at its stop.
+// comes from the installed threading factory) and destroyed at its stop, or after it, once
+// the last thread that the thread pool left running has left.
 //
 //   thr_GlobalLock::Instance().Lock(); ...; thr_GlobalLock::Instance().Unlock();
 //

@@ -8,8 +8,9 @@
 // GetLock hands out a lock nobody holds, searching on from where the last search ended;
 // when all are lent, the pool grows by 10. The pool is a plain singleton: its first
 // Instance must come from start-up code. GetLock and ReleaseLock are safe from any thread.
-// The pool and its locks are destroyed at the thread package's stop; no lock may be used
-// after it.
+// The pool and its locks are destroyed at the thread package's stop, or, while threads
+// that the thread pool left running are still at work, once the last of them has left: such
+// a thread may still unlock and give back a lock it holds. No other use after the stop.
 #ifndef THR_LOCKPOOL_H
 #define THR_LOCKPOOL_H
 

@@ -19,7 +19,9 @@
 // ended at its stop. Its end asks each idle thread to end and waits for it, after any
 // running task, except threads whose task was handed over with `noJoin`, the thread that
 // ends the pool, and every thread once the error condition is set: those run on and end by
-// themselves once their task returns.
+// themselves once their task returns. What they use of the thread package (thread objects,
+// the global lock, pool locks) stays until the last of them has left, also when the package
+// stops first.
 //
 // Suspending stops the pool's threads (all, or all but one slot) with a signal; the
 // calling thread is never stopped. While threads are stopped they may hold any lock, the

@@ -1,6 +1,8 @@
 #include "thr_ThreadPool.h"
 
 #include <gtest/gtest.h>
+#include <pthread.h>
+#include <sched.h>
 
 #include <atomic>
 #include <chrono>
@@ -10,6 +12,7 @@
 #include <vector>
 
 #include "VRKTestLibrary.h"
+#include "internal/thr_Suspend.h"
 #include "omi_FatalError.h"
 #include "thr_ThreadId.h"
 
@@ -31,16 +34,6 @@ class Task : public VRKBasAtiThreadTask {
   std::function<void(int)> m_Run;
   std::atomic<int>* m_Deleted;
 };
-
-// Waits up to ten seconds for the condition.
-bool Eventually(const std::function<bool()>& condition) {
-  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > limit) return false;
-    std::this_thread::sleep_for(milliseconds(1));
-  }
-  return true;
-}
 
 // The flags and counters that tasks use live in the fixture, so that they outlive the
 // pool, which ends in TearDown.
@@ -76,9 +69,10 @@ class ThreadPoolTest : public VRKLibraryTest {
         counter.fetch_add(1, std::memory_order_relaxed);
     });
   }
-  // Threads the pool did not wait for have finalized their objects: the library may stop.
+  // Threads the pool did not wait for have finalized their objects, so that none outlives
+  // the test.
   void WaitForLeftThreads() {
-    EXPECT_TRUE(Eventually([] { return thr_ThreadId::LiveCount() == 0; }));
+    EXPECT_TRUE(VRKEventually([] { return thr_ThreadId::LiveCount() == 0; }));
   }
 
   thr_ThreadPool* pool = nullptr;
@@ -94,7 +88,7 @@ TEST_F(ThreadPoolTest, WithoutThreadsATaskWaitsInSlotZeroForTheFirstThread) {
   std::this_thread::sleep_for(milliseconds(50));
   EXPECT_EQ(ranIn, -1);
   pool->AddThreads(1);
-  EXPECT_TRUE(Eventually([&] { return ranIn == 0; }));
+  EXPECT_TRUE(VRKEventually([&] { return ranIn == 0; }));
 
   thr_ThreadPool::Finalize();  // a task no thread took goes with the pool
   bool ran = false;
@@ -114,7 +108,7 @@ TEST_F(ThreadPoolTest, RefusesBadInputAndRunsOutOfTriesWhenEveryWorkerIsBusy) {
 
   ASSERT_TRUE(pool->RunTask(Blocking()));
   ASSERT_TRUE(pool->RunTask(Blocking()));
-  ASSERT_TRUE(Eventually([&] { return started == 2; }));
+  ASSERT_TRUE(VRKEventually([&] { return started == 2; }));
   std::unique_ptr<Task> refused(new Task([](int) {}));
   EXPECT_FALSE(pool->RunTask(refused.get(), false, 1));
   EXPECT_FALSE(pool->RunTask(refused.get(), false, 100));
@@ -127,7 +121,7 @@ TEST_F(ThreadPoolTest, EveryTaskOfAStreamRunsOnceAndIsDeleted) {
   for (int i = 0; i < kTasks; ++i) {
     ASSERT_TRUE(pool->RunTask(new Task([&runs, i](int) { ++runs[i]; }, &deleted)));
   }
-  ASSERT_TRUE(Eventually([&] { return deleted == kTasks; }));
+  ASSERT_TRUE(VRKEventually([&] { return deleted == kTasks; }));
   int once = 0;
   for (const std::atomic<int>& count : runs)
     once += count == 1;
@@ -139,7 +133,7 @@ TEST_F(ThreadPoolTest, EndingWaitsForRunningTasksButNotForNoJoinOnes) {
   std::atomic<bool> releaseJoined{false};
   ASSERT_TRUE(pool->RunTask(Blocking(), true));
   ASSERT_TRUE(pool->RunTask(Blocking(&releaseJoined)));
-  ASSERT_TRUE(Eventually([&] { return started == 2; }));
+  ASSERT_TRUE(VRKEventually([&] { return started == 2; }));
   std::thread ender([] { thr_ThreadPool::Finalize(); });
   std::this_thread::sleep_for(milliseconds(50));
   EXPECT_EQ(deleted, 0);  // the end waits for the joined task
@@ -147,14 +141,23 @@ TEST_F(ThreadPoolTest, EndingWaitsForRunningTasksButNotForNoJoinOnes) {
   ender.join();
   EXPECT_EQ(deleted, 1);  // but not for the other, which goes on
   release = true;
-  EXPECT_TRUE(Eventually([&] { return deleted == 2; }));
+  EXPECT_TRUE(VRKEventually([&] { return deleted == 2; }));
   WaitForLeftThreads();
+}
+
+// A worker idle for over a second sleeps without limit; asking its slot to end from another
+// thread wakes it, so that the pool's end, which waits for it, returns.
+TEST_F(ThreadPoolTest, TerminatingTheSlotOfAWorkerAsleepForGoodWakesIt) {
+  pool->AddThreads(2);
+  std::this_thread::sleep_for(milliseconds(1500));
+  pool->TerminateThread(1);
+  thr_ThreadPool::Finalize();
 }
 
 TEST_F(ThreadPoolTest, WithTheErrorConditionTheEndWaitsForNoThread) {
   pool->AddThreads(2);
   ASSERT_TRUE(pool->RunTask(Blocking()));
-  ASSERT_TRUE(Eventually([&] { return started == 1; }));
+  ASSERT_TRUE(VRKEventually([&] { return started == 1; }));
   pool->SetErrorCondition(true);
   EXPECT_TRUE(thr_ThreadPool::ErrorConditionSet());
   thr_ThreadPool::Finalize();
@@ -170,9 +173,9 @@ TEST_F(ThreadPoolTest, SuspendStopsThreadsUntilTheLastResumeAndCanSpareOneSlot) 
   std::atomic<long>& first = counts[0];
   std::atomic<long>& second = counts[1];
   ASSERT_TRUE(pool->RunTask(Counting(first)));
-  ASSERT_TRUE(Eventually([&] { return first > 0; }));
+  ASSERT_TRUE(VRKEventually([&] { return first > 0; }));
   ASSERT_TRUE(pool->RunTask(Counting(second)));
-  ASSERT_TRUE(Eventually([&] { return second > 0; }));
+  ASSERT_TRUE(VRKEventually([&] { return second > 0; }));
 
   const bool sparedOne = pool->SuspendAllOtherThreads(1);
   const long spared[2] = {first, second};
@@ -197,15 +200,46 @@ TEST_F(ThreadPoolTest, SuspendStopsThreadsUntilTheLastResumeAndCanSpareOneSlot) 
   EXPECT_EQ(allAfter[1], secondStopped);
   EXPECT_EQ(firstStill, allAfter[0]);
   EXPECT_TRUE(pool->IsResumed());
-  EXPECT_TRUE(Eventually([&] { return first > firstStill; }));
+  EXPECT_TRUE(VRKEventually([&] { return first > firstStill; }));
 }
 
 TEST_F(ThreadPoolTest, AThreadThatMasksTheSignalsIsReportedNotWaitedFor) {
   pool->AddThreads(1);
   ASSERT_TRUE(pool->RunTask(Blocking(&release, true)));
-  ASSERT_TRUE(Eventually([&] { return started == 1; }));
+  ASSERT_TRUE(VRKEventually([&] { return started == 1; }));
   EXPECT_FALSE(pool->SuspendThreads());
   pool->ResumeThreads();  // nothing to resume
+}
+
+// A resume whose answer comes after the wait for it gave up leaves that answer behind; it
+// must not pass for the answer of a later suspend, here of a thread that can't be stopped.
+// The answer is made late for sure: slot 1 shares this thread's processor at idle priority,
+// so it runs only once this thread sleeps, and the resume doesn't wait.
+TEST_F(ThreadPoolTest, ALateResumeAnswerAnswersNoLaterSuspend) {
+  cpu_set_t before, one;
+  ASSERT_EQ(pthread_getaffinity_np(pthread_self(), sizeof before, &before), 0);
+  CPU_ZERO(&one);
+  CPU_SET(sched_getcpu(), &one);
+  pool->AddThreads(2);
+  ASSERT_TRUE(pool->RunTask(Blocking(&release, true)));  // slot 0 masks the signals
+  ASSERT_TRUE(VRKEventually([&] { return started == 1; }));
+  ASSERT_TRUE(pool->RunTask(new Task([&](int) {
+    const sched_param idle = {};
+    pthread_setaffinity_np(pthread_self(), sizeof one, &one);
+    pthread_setschedparam(pthread_self(), SCHED_IDLE, &idle);
+    ++started;
+  })));
+  ASSERT_TRUE(VRKEventually([&] { return started == 2; }));
+  ASSERT_EQ(pthread_setaffinity_np(pthread_self(), sizeof one, &one), 0);
+  const bool stopped = pool->SuspendAllOtherThreads(0);
+  thr_setSuspendAnswerLimit(0);
+  pool->ResumeAllOtherThreads(0);
+  thr_setSuspendAnswerLimit(1000);
+  pthread_setaffinity_np(pthread_self(), sizeof before, &before);
+  std::this_thread::sleep_for(milliseconds(100));  // the answer comes meanwhile
+  EXPECT_TRUE(stopped);
+  EXPECT_FALSE(pool->SuspendAllOtherThreads(1));
+  pool->ResumeAllOtherThreads(1);
 }
 
 TEST_F(ThreadPoolTest, ErrorInThreadWithACodeEndsTheProcess) {
@@ -217,7 +251,7 @@ TEST_F(ThreadPoolTest, ErrorInThreadWithACodeEndsTheProcess) {
 TEST_F(ThreadPoolTest, ErrorInThreadZeroInAPoolThreadEndsThePoolAndTheThread) {
   pool->AddThreads(2);
   ASSERT_TRUE(pool->RunTask(new Task([](int) { thr_ErrorInThread(0); }, &deleted)));
-  ASSERT_TRUE(Eventually([&] { return deleted == 1; }));
+  ASSERT_TRUE(VRKEventually([&] { return deleted == 1; }));
   WaitForLeftThreads();
   EXPECT_EQ(thr_ThreadPool::Instance().GetThreadCount(), 0);  // a new pool
 }

@@ -1,6 +1,7 @@
 // The abstract threading types of the base layer and the model that holds the factory of
-// their real implementations. The thread package installs its factory at start, once; code
-// of the lower layers then makes its mutexes, conditions, barriers and atomics through it.
+// their real implementations. The thread package installs its factory at start and removes
+// it at stop; while it is up, code of the lower layers makes its mutexes, conditions,
+// barriers and atomics through it.
 //
 //   VRKBasAtiMutex* lock = VRKBasAtiThreadingModel::getBehavior()->NewMutex();
 //   lock->Lock(); ...; lock->Unlock();

@@ -3,7 +3,7 @@
 // factory throws the library's exception. With no factory installed the model throws
 // omi_FatalError with the same information.
 //
-//   VRKBasExceptionModel::setBehavior(new MyFactory);  // the model holds it from then on
+//   VRKBasExceptionModel::setBehavior(&myFactory);  // kept valid by the caller until replaced
 //   VRKBasExceptionModel::RaisePatternError(4, "missing )");
 #ifndef VRKBASEXCEPTIONMODEL_H
 #define VRKBASEXCEPTIONMODEL_H

@@ -129,6 +129,7 @@ int atr_StringBase::Find(const char* text, int from) const {
 }
 
 int atr_StringBase::rfind(const char* text, int from, int count) const {
+  if (text == nullptr) text = s_Empty;
   const int n = LengthOf(text, count < 0 ? -1 : std::min(count, LengthOf(text, -1)));
   for (int i = std::min(from, Length() - n); i >= 0; --i) {
     if (std::memcmp(m_Text + i, text, n) == 0) return i;

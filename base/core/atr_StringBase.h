@@ -80,7 +80,8 @@ class VRKLNU_EXPORT atr_StringBase {
   // Position of `text` at or after `from`; a miss gives Length().
   int Find(const char* text, int from) const;
   // Position of the last occurrence of the first `count` characters of `text` (all of them
-  // when `count` is negative) that starts at or before `from`; a miss gives -1.
+  // when `count` is negative; null is the empty text) that starts at or before `from`; a miss
+  // gives -1.
   int rfind(const char* text, int from, int count) const;
   // `length` characters from `position`, both clamped to the string; a negative length
   // reaches the end.

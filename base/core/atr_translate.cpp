@@ -1,11 +1,12 @@
 #include "atr_translate.h"
 
-#include <algorithm>
 #include <atomic>
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+
+#include "mem_Alloc.h"
 
 namespace {
 
@@ -24,6 +25,33 @@ const char* SkipDigits(const char* p) {
 bool OneOf(char c, const char* set) {
   return c != '\0' && std::strchr(set, c) != nullptr;
 }
+
+// Room for a format or a formatted text: on the stack while it is small, else a block from
+// the memory layer, whatever width and precision a format asks for.
+class Scratch {
+ public:
+  explicit Scratch(size_t size) { Resize(size); }
+  Scratch(const Scratch&) = delete;
+  Scratch& operator=(const Scratch&) = delete;
+  ~Scratch() { Resize(0); }
+
+  // Room for `size` characters; the old content is dropped.
+  void Resize(size_t size) {
+    if (m_Data != m_Local) mem_Free(m_Data);
+    m_Data = m_Local;
+    m_Size = sizeof m_Local;
+    if (size <= sizeof m_Local) return;
+    m_Data = static_cast<char*>(mem_OperatorNewThrowBuiltin(size));
+    m_Size = size;
+  }
+  char* Data() { return m_Data; }
+  size_t Size() const { return m_Size; }
+
+ private:
+  char m_Local[128];
+  char* m_Data = m_Local;
+  size_t m_Size = sizeof m_Local;
+};
 
 }  // namespace
 
@@ -57,31 +85,22 @@ struct atr_translate::Placeholder {
     return true;
   }
 
-  // Writes a text under "%s" with this placeholder's '-' flag, width and precision.
-  void AppendPadded(atr_String& out, const atr_String& text) const {
-    bool left = false;
-    const char* p = options;
-    for (; p < options + optionsLength && OneOf(*p, "-+ #0'"); ++p)
-      left = left || *p == '-';
-    const int width = std::atoi(p);
-    const char* dot = static_cast<const char*>(std::memchr(p, '.', options + optionsLength - p));
-    const int length = dot ? std::min(text.Length(), std::atoi(dot + 1)) : text.Length();
-    if (!left) AppendBlanks(out, width - length);
-    out.Append(text.c_str(), length);
-    if (left) AppendBlanks(out, width - length);
-  }
-
-  static void AppendBlanks(atr_String& out, int count) {
-    static const char blanks[] = "                                ";
-    for (; count > 0; count -= sizeof blanks - 1) {
-      out.Append(blanks, std::min<int>(count, sizeof blanks - 1));
+  // Formats `value` with this placeholder's flags, width and precision and `tail` (length
+  // and conversion) and appends the text; false, with nothing appended, when snprintf
+  // refuses the conversion.
+  template <class Value>
+  bool AppendFormatted(atr_String& out, const char* tail, Value value) const {
+    Scratch format(optionsLength + std::strlen(tail) + 2);
+    std::snprintf(format.Data(), format.Size(), "%%%.*s%s", optionsLength, options, tail);
+    Scratch text(0);
+    const int length = std::snprintf(text.Data(), text.Size(), format.Data(), value);
+    if (length < 0) return false;
+    if (static_cast<size_t>(length) >= text.Size()) {
+      text.Resize(static_cast<size_t>(length) + 1);
+      std::snprintf(text.Data(), text.Size(), format.Data(), value);
     }
-  }
-
-  // The conversion rebuilt without its index and with the given length and conversion.
-  const char* Format(char (&format)[40], const char* tail) const {
-    std::snprintf(format, sizeof format, "%%%.*s%s", optionsLength, options, tail);
-    return format;
+    out.Append(text.Data(), length);
+    return true;
   }
 };
 
@@ -133,48 +152,37 @@ atr_String atr_translate::Result() const {
       break;
     }
     const Argument* value = At(placeholder.index ? placeholder.index : next++);
-    if (value && value->m_Kind != None && placeholder.optionsLength <= 24) {
-      AppendValue(out, placeholder, *value);
-    } else {
+    if (value == nullptr || value->m_Kind == None || !AppendValue(out, placeholder, *value))
       out.Append(percent, static_cast<int>(placeholder.end - percent));
-    }
     p = placeholder.end;
   }
   out.Append(p, static_cast<int>(std::strlen(p)));
   return out;
 }
 
-void atr_translate::AppendValue(atr_String& out, const Placeholder& placeholder,
+bool atr_translate::AppendValue(atr_String& out, const Placeholder& placeholder,
                                 const Argument& value) const {
   const char conversion = placeholder.conversion;
-  char format[40];
-  char buffer[96];
   if (value.m_Kind == Text) {
-    if (conversion == 's') {
-      placeholder.AppendPadded(out, value.m_Text);
-    } else {
-      out += value.m_Text;
-    }
-    return;
+    if (conversion == 's') return placeholder.AppendFormatted(out, "s", value.m_Text.c_str());
+    out += value.m_Text;
+    return true;
   }
-  int length;
-  if (OneOf(conversion, "di")) {
-    length = std::snprintf(buffer, sizeof buffer, placeholder.Format(format, "lld"), value.m_Number);
-  } else if (OneOf(conversion, "uoxX")) {
+  if (OneOf(conversion, "di")) return placeholder.AppendFormatted(out, "lld", value.m_Number);
+  if (OneOf(conversion, "uoxX")) {
     const char tail[] = {'l', 'l', conversion, '\0'};
     // A signed value under an unsigned conversion reads as its 32-bit pattern, as printf would.
     const unsigned long long number = value.m_Kind == Signed
                                           ? static_cast<unsigned int>(value.m_Number)
                                           : static_cast<unsigned long long>(value.m_Number);
-    length = std::snprintf(buffer, sizeof buffer, placeholder.Format(format, tail), number);
-  } else if (conversion == 'c') {
-    length = std::snprintf(buffer, sizeof buffer, placeholder.Format(format, "c"),
-                           static_cast<int>(value.m_Number));
-  } else {
-    length = std::snprintf(buffer, sizeof buffer, value.m_Kind == Signed ? "%lld" : "%llu",
-                           value.m_Number);
+    return placeholder.AppendFormatted(out, tail, number);
   }
-  out.Append(buffer, length);
+  if (conversion == 'c')
+    return placeholder.AppendFormatted(out, "c", static_cast<int>(value.m_Number));
+  char digits[24];
+  const char* plain = value.m_Kind == Signed ? "%lld" : "%llu";
+  out.Append(digits, std::snprintf(digits, sizeof digits, plain, value.m_Number));
+  return true;
 }
 
 void atr_SubstituteFormat(atr_translate& tr, int index, const atr_StringBase& value) {

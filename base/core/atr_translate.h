@@ -10,8 +10,10 @@
 // ones ("%s", "%d", "%u") take indices 1, 2, ... in order; numbered ones ("%2$s") name their
 // index, so that a translation may reorder them. A value is formatted by its placeholder's
 // conversion where that fits its kind (a number under "%d", "%u", "%x", "%c"; text under
-// "%s"), and otherwise as its plain text. A placeholder with no value stays as written;
-// "%%" gives "%". Indices run from 1 to atr_translate::kMaxArguments; others are ignored.
+// "%s"), giving exactly what printf gives for any flags, width and precision; otherwise it
+// is its plain text. A placeholder with no value, or one that printf refuses (a width or
+// precision past the int range), stays as written; "%%" gives "%". Indices run from 1 to
+// atr_translate::kMaxArguments; others are ignored.
 //
 // The format is looked up in the translation catalogue first. The catalogue is a hook,
 // the identity unless a program installs one.
@@ -55,7 +57,8 @@ class VRKLNU_EXPORT atr_translate {
   void SetText(int index, const char* text);
   void SetNumber(int index, Kind kind, long long number);
   const Argument* At(int index) const;
-  void AppendValue(atr_String& out, const Placeholder& placeholder, const Argument& value) const;
+  // False, with nothing appended, when printf refuses the placeholder.
+  bool AppendValue(atr_String& out, const Placeholder& placeholder, const Argument& value) const;
 
   const char* m_Format;
   Argument m_Arguments[kMaxArguments];

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 #include <initializer_list>
+#include <random>
 #include <string>
 
 namespace {
@@ -41,6 +43,54 @@ TEST(TranslateTest, TextsTakeWidthAndPrecision) {
   EXPECT_EQ(Translate("[%6s][%-6s][%.2s][%d]", {"ab", "ab", "abcdef", "text"}),
             "[    ab][ab    ][ab][text]");
   EXPECT_EQ(Translate("%-70s|", {"x"}), ("x" + std::string(69, ' ') + "|").c_str());
+}
+
+template <class T>
+void ExpectAsSnprintf(const std::string& format, T value) {
+  atr_translate tr(format.c_str());
+  atr_SubstituteFormat(tr, 1, value);
+  char expected[700];
+  std::snprintf(expected, sizeof expected, format.c_str(), value);
+  EXPECT_EQ(tr.Result(), expected) << format;
+}
+
+// Random flags, widths, precisions and conversions, each against what snprintf makes of the
+// same placeholder and value; widths and precisions reach well past any fixed buffer.
+TEST(TranslateTest, PlaceholdersFormatAsSnprintfDoes) {
+  std::mt19937 random(13);
+  for (int round = 0; round < 4000; ++round) {
+    std::string format = "<%";
+    for (int flags = random() % 4; flags > 0; --flags)
+      format += "-+ #0"[random() % 5];
+    if (random() % 2) format += std::to_string(random() % 320);
+    if (random() % 2) format += "." + (random() % 4 ? std::to_string(random() % 320) : "");
+    const char conversion = "diuoxXcs"[random() % 8];
+    format += conversion + std::string(">");
+    const int number = static_cast<int>(random());
+    if (conversion == 's') {
+      ExpectAsSnprintf(format, "a user message");
+    } else if (conversion == 'c') {
+      ExpectAsSnprintf(format, 'A' + number % 26);
+    } else if (conversion == 'd' || conversion == 'i') {
+      ExpectAsSnprintf(format, number);
+    } else {
+      ExpectAsSnprintf(format, static_cast<unsigned>(number));
+    }
+  }
+}
+
+// A width or precision that snprintf refuses (past the int range) leaves the placeholder as
+// written; a long run of flags is no reason to refuse.
+TEST(TranslateTest, PlaceholdersThatSnprintfRefusesStayAsWritten) {
+  for (const char* format : {"%2147483648d", "%.2147483648u", "%99999999999999999999x"}) {
+    atr_translate tr(format);
+    atr_SubstituteFormat(tr, 1, 7);
+    EXPECT_EQ(tr.Result(), format);
+  }
+  EXPECT_EQ(Translate("%.2147483648s", {"text"}), "%.2147483648s");
+  atr_translate tr("%-------------------------------5d|");
+  atr_SubstituteFormat(tr, 1, 7);
+  EXPECT_EQ(tr.Result(), "7    |");
 }
 
 TEST(TranslateTest, PlaceholdersWithoutValuesStayAsWritten) {

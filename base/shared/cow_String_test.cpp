@@ -80,6 +80,10 @@ TEST_F(CowStringTest, SearchesReportMissesAsLengthAndMinusOne) {
   EXPECT_EQ(text.rfind("bcX", 99, 2), 4);  // only the first two characters count
   EXPECT_EQ(text.rfind("zz", 99, -1), -1);
   EXPECT_EQ(text.rfind("a", -1, -1), -1);
+  // A null text is the empty one, found where the search starts.
+  EXPECT_EQ(text.rfind(nullptr, 99, -1), 6);
+  EXPECT_EQ(text.rfind(nullptr, 2, 5), 2);
+  EXPECT_EQ(cow_String().rfind(nullptr, 0, -1), 0);
 }
 
 TEST_F(CowStringTest, RangesAreClampedToTheString) {

@@ -26,12 +26,13 @@ inline unsigned bio_swapSizeLog2(unsigned n) {
 
 // Copies `count` elements of 1 << sizeLog2 bytes from `src` to `dst`. With `swap`, the bytes
 // of each wider element are reversed; otherwise, and for bytes, it is one memcpy. The same
-// move serves both directions, since reversing is its own inverse.
+// move serves both directions, since reversing is its own inverse. Moving nothing touches
+// neither side, which may then be null (a reader with no buffer).
 inline void bio_moveElements(void* dst, const void* src, size_t count, unsigned sizeLog2,
                              bool swap) {
   const size_t bytes = count << sizeLog2;
   if (!swap || sizeLog2 == 0) {
-    std::memcpy(dst, src, bytes);
+    if (bytes != 0) std::memcpy(dst, src, bytes);
     return;
   }
   char* to = static_cast<char*>(dst);

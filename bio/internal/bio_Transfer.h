@@ -52,6 +52,14 @@ void bio_transfer(Device& device, unsigned n, Copy copy, OnEmpty onEmpty) {
   }
 }
 
+// Makes every byte of a bool array that was read as it came 0 or 1, as the scalar read
+// does, so that no bool holds another value.
+inline void bio_normalizeBools(bool* values, unsigned n) {
+  unsigned char* bytes = reinterpret_cast<unsigned char*>(values);
+  for (unsigned i = 0; i < n; ++i)
+    bytes[i] = bytes[i] != 0;
+}
+
 // Calls `move(offset, count)` over `bytes` in pieces that an unsigned count can hold.
 template <class Move>
 void bio_inPieces(size_t bytes, Move move) {

@@ -24,6 +24,13 @@ class thr_Event : public mem_AllocationOperators {
   void Pulse();
   void WakeAll() { m_Changed.notify_all(); }
 
+  // The limit in milliseconds of a wait of `seconds`, -1 (without limit) for a time below 1
+  // and for one past the range of a millisecond count: Win32 took such a product as an
+  // unsigned count, which made the wait endless or as good as.
+  static int Milliseconds(int seconds) {
+    return seconds < 1 || seconds > kMaxSeconds ? -1 : seconds * 1000;
+  }
+
   // Waits until the event is set or pulsed, at most `milliseconds` (below 0: without
   // limit); true unless the time ran out. `release` runs once the wait is registered, so
   // that what it lets go (a mutex) cannot pulse the event unseen. With `flag`, a nonzero
@@ -36,6 +43,8 @@ class thr_Event : public mem_AllocationOperators {
   }
 
  private:
+  static constexpr int kMaxSeconds = 0x7fffffff / 1000;
+
   std::mutex m_Lock;
   std::condition_variable m_Changed;
   bool m_Signalled = false;

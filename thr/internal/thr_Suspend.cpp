@@ -4,14 +4,16 @@
 #include <signal.h>
 #include <time.h>
 
+#include <atomic>
+
 #include "thr_ThreadPool.h"
 
 namespace {
 
 enum StopState { kRunning, kAsked, kStopped };
 
-// How long a thread has to answer a suspend.
-constexpr int kAnswerSeconds = 1;
+// How long a thread has to answer, in milliseconds.
+std::atomic<int> answerLimit{1000};
 
 thread_local thr_Suspender::Record* t_Record = nullptr;
 
@@ -100,14 +102,12 @@ void thr_Suspender::Adopt(Record* record) {
 bool thr_Suspender::Suspend(pthread_t thread, Record& record) {
   if (record.count++ > 0) return true;
   record.stop.store(kAsked);
-  if (pthread_kill(thread, SuspendSignal()) == 0 && WaitForAnswer()) return true;
-  // Withdraw the request, unless the thread took it just now and is answering.
+  if (pthread_kill(thread, SuspendSignal()) == 0 && WaitForAnswer(record, kStopped)) return true;
+  // Withdraw the request, unless the thread took it just now: it is stopping then.
   int asked = kAsked;
   if (record.stop.compare_exchange_strong(asked, kRunning)) {
     record.count = 0;
     return false;
-  }
-  while (sem_wait(&m_Answer) != 0) {
   }
   return true;
 }
@@ -116,16 +116,26 @@ void thr_Suspender::Resume(pthread_t thread, Record& record) {
   if (record.count == 0 || --record.count > 0) return;
   record.stop.store(kRunning);
   pthread_kill(thread, ResumeSignal());
-  WaitForAnswer();
+  WaitForAnswer(record, kRunning);
 }
 
-bool thr_Suspender::WaitForAnswer() {
+void thr_setSuspendAnswerLimit(int milliseconds) {
+  answerLimit.store(milliseconds, std::memory_order_relaxed);
+}
+
+// The semaphore is every thread's, and an answer that came after its waiter gave up is still
+// on it: an answer counts only when the record shows the state it reports.
+bool thr_Suspender::WaitForAnswer(const Record& record, int state) {
+  const int milliseconds = answerLimit.load(std::memory_order_relaxed);
   timespec limit;
   clock_gettime(CLOCK_MONOTONIC, &limit);
-  limit.tv_sec += kAnswerSeconds;
-  int result;
-  do {
-    result = sem_clockwait(&m_Answer, CLOCK_MONOTONIC, &limit);
-  } while (result != 0 && errno == EINTR);
-  return result == 0;
+  const long nanoseconds = limit.tv_nsec + milliseconds * 1000000L;
+  limit.tv_sec += nanoseconds / 1000000000L;
+  limit.tv_nsec = nanoseconds % 1000000000L;
+  for (;;) {
+    const int result = milliseconds <= 0 ? sem_trywait(&m_Answer)
+                                         : sem_clockwait(&m_Answer, CLOCK_MONOTONIC, &limit);
+    if (result == 0 && record.stop.load() == state) return true;
+    if (result != 0 && errno != EINTR) return false;
+  }
 }

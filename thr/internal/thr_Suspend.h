@@ -16,7 +16,13 @@
 
 #include <atomic>
 
+#include "VRKBasExport.h"
 #include "thr_Mutex.h"
+
+// Test hook: how long a suspend or resume waits for the thread's answer, 1000 ms unless a
+// test sets another limit; 0 takes an answer only if it is there already. Not for use
+// outside tests.
+VRKLNU_EXPORT void thr_setSuspendAnswerLimit(int milliseconds);
 
 class thr_Suspender {
  public:
@@ -49,7 +55,8 @@ class thr_Suspender {
   void Resume(pthread_t thread, Record& record);
 
  private:
-  bool WaitForAnswer();
+  // Takes answers until one finds `record` in `state`; false when the time runs out first.
+  bool WaitForAnswer(const Record& record, int state);
 
   thr_Mutex m_Lock;
   sem_t m_Answer;

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "omi_FatalError.h"
+#include "thr_SharedHold.h"
 #include "thr_ThrSingletonRegistry.h"
 #include "thr_ThreadId.h"
 #include "thr_ThreadPool.h"
@@ -120,9 +121,17 @@ void thr_ThreadPoolData::ResumeAllBut(int skip) {
 void thr_ThreadPoolData::TerminateThread(int slot) {
   if (IsSlot(slot)) {
     thr_Hold<thr_Mutex> hold(m_Slots[slot].lock);
-    m_Slots[slot].state.store(thr_kAskedToEnd, std::memory_order_relaxed);
+    AskToEnd(m_Slots[slot]);
   }
   thr_ThrSingletonRegistry::FinalizeCallingThread();
+}
+
+// Under the condition's lock and with a signal, so that a worker asleep on it without limit
+// wakes and sees the request: it looks at the state under that lock before it waits.
+void thr_ThreadPoolData::AskToEnd(thr_PoolSlot& slot) {
+  thr_Hold<thr_CondVar> wake(slot.condition);
+  slot.state.store(thr_kAskedToEnd, std::memory_order_relaxed);
+  slot.condition.Signal();
 }
 
 // Win32 compared two pseudo-handles here, which are always equal, so every caller ends
@@ -197,7 +206,9 @@ void thr_ThreadPoolData::Leave(thr_PoolSlot& slot) {
     slot.state.store(thr_kEnded, std::memory_order_relaxed);
     abandoned = slot.abandoned;
   }
-  if (abandoned) Release();
+  if (!abandoned) return;
+  Release();
+  thr_ReleaseShared();
 }
 
 void thr_ThreadPoolData::Close() {
@@ -228,6 +239,7 @@ void thr_ThreadPoolData::Close() {
 void thr_ThreadPoolData::Abandon(thr_PoolSlot& slot) {
   slot.abandoned = true;
   m_Holders.fetch_add(1, std::memory_order_relaxed);
+  thr_HoldShared();
   pthread_detach(slot.thread);
 }
 
@@ -238,11 +250,7 @@ void thr_ThreadPoolData::EndAndJoin(thr_PoolSlot& slot) {
     sched_yield();
   {
     thr_Hold<thr_Mutex> hold(slot.lock);
-    if (slot.state.load(std::memory_order_relaxed) == thr_kIdle) {
-      thr_Hold<thr_CondVar> wake(slot.condition);
-      slot.state.store(thr_kAskedToEnd, std::memory_order_relaxed);
-      slot.condition.Signal();
-    }
+    if (slot.state.load(std::memory_order_relaxed) == thr_kIdle) AskToEnd(slot);
   }
   pthread_join(slot.thread, nullptr);
 }

@@ -81,6 +81,8 @@ class thr_ThreadPoolData : public mem_AllocationOperators {
   int Candidate() const;
   // The slot's thread is left to end by itself; called under the slot's lock.
   void Abandon(thr_PoolSlot& slot);
+  // Sets the slot's state to 2 and wakes its worker; called with the slot's lock held.
+  void AskToEnd(thr_PoolSlot& slot);
   void EndAndJoin(thr_PoolSlot& slot);
   void Release();
   // The slots whose threads a suspend or resume reaches.
