@@ -94,7 +94,7 @@ TEST_F(PreCheckFileTest, AccessRightsAreCheckedAsAnOrdinaryUser) {
   EXPECT_EQ(result.exitCode, 0) << result.out << result.err;
 }
 
-TEST(PreCheckFileException, AnUnknownReasonHasItsOwnText) {
+TEST_F(PreCheckFileTest, AnUnknownReasonHasItsOwnText) {
   const uti_PreCheckFileException error(static_cast<uti_PreCheckFileException::ReasonEnm>(9), "x");
   EXPECT_EQ(error.AsString(), "PreCheckFile: Unknown file precheck error");
 }
