@@ -8,7 +8,7 @@
 #include "omi_FatalError.h"
 
 bio_IOmemFilter::bio_IOmemFilter(size_t quantum)
-    : bio_Ofilter(nullptr), bio_Ifilter(nullptr), quantum(quantum) {
+    : bio_OfilterOf(nullptr), bio_IfilterOf(nullptr), quantum(quantum) {
   // The block grows in multiples of the quantum, so 0 would divide by zero later.
   if (quantum == 0) throw omi_FatalError("bio_IOmemFilter: the quantum must not be 0", EINVAL);
   base = writeCursor = readCursor = static_cast<char*>(mem_OperatorNewThrowBuiltin(quantum));
@@ -51,73 +51,17 @@ inline const char* bio_IOmemFilter::Take(unsigned n) {
   return at;
 }
 
-template <class T>
-inline void bio_IOmemFilter::Store(const T& value) {
-  std::memcpy(Append(sizeof value), &value, sizeof value);
+void bio_IOmemFilter::PutValue(const void* value, bio_Element element) {
+  std::memcpy(Append(element.size), value, element.size);
 }
 
-template <class T>
-inline void bio_IOmemFilter::Load(T& value) {
-  std::memcpy(&value, Take(sizeof value), sizeof value);
-}
-
-void bio_IOmemFilter::put(const double& value) {
-  Store(value);
-}
-void bio_IOmemFilter::put(const float& value) {
-  Store(value);
-}
-void bio_IOmemFilter::put(const unsigned& value) {
-  Store(value);
-}
-void bio_IOmemFilter::put(const int& value) {
-  Store(value);
-}
-void bio_IOmemFilter::put(const unsigned short& value) {
-  Store(value);
-}
-void bio_IOmemFilter::put(const short& value) {
-  Store(value);
-}
-void bio_IOmemFilter::put(const unsigned char& value) {
-  Store(value);
-}
-void bio_IOmemFilter::put(const char& value) {
-  Store(value);
-}
-void bio_IOmemFilter::put(const bool& value) {
-  Store(value);
-}
-
-void bio_IOmemFilter::get(double& value) {
-  Load(value);
-}
-void bio_IOmemFilter::get(float& value) {
-  Load(value);
-}
-void bio_IOmemFilter::get(unsigned& value) {
-  Load(value);
-}
-void bio_IOmemFilter::get(int& value) {
-  Load(value);
-}
-void bio_IOmemFilter::get(unsigned short& value) {
-  Load(value);
-}
-void bio_IOmemFilter::get(short& value) {
-  Load(value);
-}
-void bio_IOmemFilter::get(unsigned char& value) {
-  Load(value);
-}
-void bio_IOmemFilter::get(char& value) {
-  Load(value);
-}
-// The byte is loaded as such, so that a bool never holds another value than 0 or 1.
-void bio_IOmemFilter::get(bool& value) {
-  unsigned char byte;
-  Load(byte);
-  value = byte != 0;
+// The byte of a bool is loaded as such, so that a bool never holds another value than 0 or 1.
+void bio_IOmemFilter::GetValue(void* value, bio_Element element) {
+  const char* bytes = Take(element.size);
+  if (element.isBool)
+    *static_cast<bool*>(value) = *bytes != 0;
+  else
+    std::memcpy(value, bytes, element.size);
 }
 
 void bio_IOmemFilter::longMove(const char* src, unsigned n) {

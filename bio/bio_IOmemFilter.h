@@ -24,33 +24,12 @@
 #include "bio_Ifilter.h"
 #include "bio_Ofilter.h"
 
-class VRKLNU_EXPORT bio_IOmemFilter : public bio_Ofilter, public bio_Ifilter {
+class VRKLNU_EXPORT bio_IOmemFilter : public bio_OfilterOf<bio_IOmemFilter>,
+                                      public bio_IfilterOf<bio_IOmemFilter> {
  public:
   // A block of `quantum` bytes, with both cursors at its start.
   explicit bio_IOmemFilter(size_t quantum);
   ~bio_IOmemFilter() override;
-
-  // Scalars go straight to memory: each put appends the value's bytes, each get loads the
-  // value at the read cursor and moves it on.
-  void put(const double& value) override;
-  void put(const float& value) override;
-  void put(const unsigned& value) override;
-  void put(const int& value) override;
-  void put(const unsigned short& value) override;
-  void put(const short& value) override;
-  void put(const unsigned char& value) override;
-  void put(const char& value) override;
-  void put(const bool& value) override;
-
-  void get(double& value) override;
-  void get(float& value) override;
-  void get(unsigned& value) override;
-  void get(int& value) override;
-  void get(unsigned short& value) override;
-  void get(short& value) override;
-  void get(unsigned char& value) override;
-  void get(char& value) override;
-  void get(bool& value) override;
 
  protected:
   // Strings and arrays: the writing movers append, the reading ones copy from the read cursor
@@ -72,10 +51,14 @@ class VRKLNU_EXPORT bio_IOmemFilter : public bio_Ofilter, public bio_Ifilter {
   char* Append(unsigned n);
   const char* Take(unsigned n);
   void Grow(unsigned n);
-  template <class T>
-  void Store(const T& value);
-  template <class T>
-  void Load(T& value);
+  template <class, class>
+  friend class bio_OfilterOf;
+  template <class, class>
+  friend class bio_IfilterOf;
+  // Scalars go straight to memory: each put appends the value's bytes, each get loads the
+  // value at the read cursor and moves it on. Arrays take the host form, through the movers.
+  void PutValue(const void* value, bio_Element element);
+  void GetValue(void* value, bio_Element element);
 };
 
 #endif  // BIO_IOMEMFILTER_H

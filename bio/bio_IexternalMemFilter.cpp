@@ -1,20 +1,14 @@
 #include "bio_IexternalMemFilter.h"
 
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 #include "internal/bio_ExternalForm.h"
 #include "internal/bio_Transfer.h"
 #include "omi_FatalError.h"
 
 namespace {
-
-// Reads each element through the filter's scalar slot: shorts are widened in the external
-// form, so their arrays are no single move.
-template <class T>
-void GetEach(bio_Ifilter& in, T* values, unsigned n) {
-  for (unsigned i = 0; i < n; ++i)
-    in.get(values[i]);
-}
 
 // Out of the reads' way: the buffer ends before `bytes` of `what`.
 [[noreturn]] __attribute__((noinline, cold)) void RaiseTruncated(const char* what, size_t bytes,
@@ -29,7 +23,7 @@ void GetEach(bio_Ifilter& in, T* values, unsigned n) {
 }  // namespace
 
 bio_IexternalMemFilter::bio_IexternalMemFilter(char* buffer, size_t size)
-    : bio_Ifilter(nullptr),
+    : bio_IfilterOf(nullptr),
       begin(buffer),
       end(buffer + size),
       cursor(buffer),
@@ -59,73 +53,33 @@ void bio_IexternalMemFilter::RequireString(int length) const {
   if (static_cast<size_t>(length) > left) RaiseTruncated("a string", length, left);
 }
 
-void bio_IexternalMemFilter::get(double& value) {
-  Get(&value, 1, 3);
-}
-void bio_IexternalMemFilter::get(float& value) {
-  Get(&value, 1, 2);
-}
-void bio_IexternalMemFilter::get(unsigned& value) {
-  Get(&value, 1, 2);
-}
-void bio_IexternalMemFilter::get(int& value) {
-  Get(&value, 1, 2);
-}
-void bio_IexternalMemFilter::get(unsigned char& value) {
-  Get(&value, 1, 0);
-}
-void bio_IexternalMemFilter::get(char& value) {
-  Get(&value, 1, 0);
+void bio_IexternalMemFilter::GetValue(void* value, bio_Element element) {
+  if (element.sizeLog2 == 1) {
+    uint32_t wide;
+    Get(&wide, 1, 2);
+    const uint16_t low = static_cast<uint16_t>(wide);
+    std::memcpy(value, &low, 2);
+    return;
+  }
+  if (element.isBool) {
+    unsigned char byte;
+    Get(&byte, 1, 0);
+    *static_cast<bool*>(value) = byte != 0;
+    return;
+  }
+  Get(value, 1, element.sizeLog2);
 }
 
-// Shorts come as four bytes; the value is their low half.
-void bio_IexternalMemFilter::get(unsigned short& value) {
-  unsigned wide;
-  Get(&wide, 1, 2);
-  value = static_cast<unsigned short>(wide);
-}
-
-void bio_IexternalMemFilter::get(short& value) {
-  int wide;
-  Get(&wide, 1, 2);
-  value = static_cast<short>(wide);
-}
-
-void bio_IexternalMemFilter::get(bool& value) {
-  unsigned char byte;
-  Get(&byte, 1, 0);
-  value = byte != 0;
-}
-
-void bio_IexternalMemFilter::getArray(double* values, unsigned n) {
-  Get(values, n, 3);
-}
-void bio_IexternalMemFilter::getArray(float* values, unsigned n) {
-  Get(values, n, 2);
-}
-void bio_IexternalMemFilter::getArray(unsigned* values, unsigned n) {
-  Get(values, n, 2);
-}
-void bio_IexternalMemFilter::getArray(int* values, unsigned n) {
-  Get(values, n, 2);
-}
-void bio_IexternalMemFilter::getArray(unsigned char* values, unsigned n) {
-  Get(values, n, 0);
-}
-void bio_IexternalMemFilter::getArray(char* values, unsigned n) {
-  Get(values, n, 0);
-}
-void bio_IexternalMemFilter::getArray(unsigned short* values, unsigned n) {
+void bio_IexternalMemFilter::GetValues(void* values, unsigned n, bio_Element element) {
+  if (element.sizeLog2 != 1) {
+    Get(values, n, element.sizeLog2);
+    if (element.isBool) bio_normalizeBools(static_cast<bool*>(values), n);
+    return;
+  }
   Require(n, 2);
-  GetEach(*this, values, n);
-}
-void bio_IexternalMemFilter::getArray(short* values, unsigned n) {
-  Require(n, 2);
-  GetEach(*this, values, n);
-}
-void bio_IexternalMemFilter::getArray(bool* values, unsigned n) {
-  Get(values, n, 0);
-  bio_normalizeBools(values, n);
+  char* bytes = static_cast<char*>(values);
+  for (unsigned i = 0; i < n; ++i)
+    GetValue(bytes + size_t{i} * 2, element);
 }
 
 void bio_IexternalMemFilter::longMove(char* dst, unsigned n) {

@@ -20,30 +20,10 @@
 #include "VRKBasExport.h"
 #include "bio_Ifilter.h"
 
-class VRKLNU_EXPORT bio_IexternalMemFilter : public bio_Ifilter {
+class VRKLNU_EXPORT bio_IexternalMemFilter : public bio_IfilterOf<bio_IexternalMemFilter> {
  public:
   bio_IexternalMemFilter(char* buffer, size_t size);
   ~bio_IexternalMemFilter() override;
-
-  void get(double& value) override;
-  void get(float& value) override;
-  void get(unsigned& value) override;
-  void get(int& value) override;
-  void get(unsigned short& value) override;
-  void get(short& value) override;
-  void get(unsigned char& value) override;
-  void get(char& value) override;
-  void get(bool& value) override;
-
-  void getArray(double* values, unsigned n) override;
-  void getArray(float* values, unsigned n) override;
-  void getArray(unsigned* values, unsigned n) override;
-  void getArray(int* values, unsigned n) override;
-  void getArray(unsigned short* values, unsigned n) override;
-  void getArray(short* values, unsigned n) override;
-  void getArray(unsigned char* values, unsigned n) override;
-  void getArray(char* values, unsigned n) override;
-  void getArray(bool* values, unsigned n) override;
 
  protected:
   // Raw bytes at the cursor; shortMove is the same as longMove.
@@ -59,6 +39,12 @@ class VRKLNU_EXPORT bio_IexternalMemFilter : public bio_Ifilter {
 
  private:
   friend class bio_Ifilter;
+  template <class, class>
+  friend class bio_IfilterOf;
+  // Shorts come widened and are read element by element; bools are made 0 or 1; the rest is
+  // one move.
+  void GetValue(void* value, bio_Element element);
+  void GetValues(void* values, unsigned n, bio_Element element);
   // Raises unless `count` elements of 1 << sizeLog2 bytes are left.
   void Require(size_t count, unsigned sizeLog2) const;
   // Raises unless a string of `length` bytes is left.

@@ -36,76 +36,18 @@ void bio_Ifilter::getChars(char*& dst, unsigned n) {
   longMove(dst, n);
 }
 
-template <class T>
-void bio_Ifilter::GetHost(T& value) {
-  shortMove(reinterpret_cast<char*>(&value), sizeof value);
+void bio_Ifilter::GetValue(void* value, bio_Element element) {
+  if (!element.isBool) return shortMove(static_cast<char*>(value), element.size);
+  char byte;
+  shortMove(&byte, 1);
+  *static_cast<bool*>(value) = byte != 0;
 }
 
-template <class T>
-void bio_Ifilter::GetHostArray(T* values, unsigned n) {
-  char* bytes = reinterpret_cast<char*>(values);
-  bio_inPieces(size_t{n} * sizeof(T),
+void bio_Ifilter::GetValues(void* values, unsigned n, bio_Element element) {
+  char* bytes = static_cast<char*>(values);
+  bio_inPieces(size_t{n} * element.size,
                [&](size_t offset, unsigned count) { longMove(bytes + offset, count); });
-}
-
-void bio_Ifilter::get(double& value) {
-  GetHost(value);
-}
-void bio_Ifilter::get(float& value) {
-  GetHost(value);
-}
-void bio_Ifilter::get(unsigned& value) {
-  GetHost(value);
-}
-void bio_Ifilter::get(int& value) {
-  GetHost(value);
-}
-void bio_Ifilter::get(unsigned short& value) {
-  GetHost(value);
-}
-void bio_Ifilter::get(short& value) {
-  GetHost(value);
-}
-void bio_Ifilter::get(unsigned char& value) {
-  GetHost(value);
-}
-void bio_Ifilter::get(char& value) {
-  GetHost(value);
-}
-// Any non-zero byte reads as true, so that a bool never holds another value.
-void bio_Ifilter::get(bool& value) {
-  unsigned char byte;
-  GetHost(byte);
-  value = byte != 0;
-}
-
-void bio_Ifilter::getArray(double* values, unsigned n) {
-  GetHostArray(values, n);
-}
-void bio_Ifilter::getArray(float* values, unsigned n) {
-  GetHostArray(values, n);
-}
-void bio_Ifilter::getArray(unsigned* values, unsigned n) {
-  GetHostArray(values, n);
-}
-void bio_Ifilter::getArray(int* values, unsigned n) {
-  GetHostArray(values, n);
-}
-void bio_Ifilter::getArray(unsigned short* values, unsigned n) {
-  GetHostArray(values, n);
-}
-void bio_Ifilter::getArray(short* values, unsigned n) {
-  GetHostArray(values, n);
-}
-void bio_Ifilter::getArray(unsigned char* values, unsigned n) {
-  GetHostArray(values, n);
-}
-void bio_Ifilter::getArray(char* values, unsigned n) {
-  GetHostArray(values, n);
-}
-void bio_Ifilter::getArray(bool* values, unsigned n) {
-  GetHostArray(values, n);
-  bio_normalizeBools(values, n);
+  if (element.isBool) bio_normalizeBools(static_cast<bool*>(values), n);
 }
 
 bio_Ifilter& bio_Ifilter::operator>>(char*& s) {

@@ -23,6 +23,7 @@
 
 #include "HashTable.h"
 #include "VRKBasExport.h"
+#include "bio_Scalars.h"
 #include "mem_Alloc.h"
 
 class bio_Idevice;
@@ -35,25 +36,25 @@ class VRKLNU_EXPORT bio_Ifilter : public mem_AllocationOperators {
   // Reads `n` raw bytes to `dst`; the pointer itself is left as it is.
   virtual void getChars(char*& dst, unsigned n);
 
-  virtual void get(double& value);
-  virtual void get(float& value);
-  virtual void get(unsigned& value);
-  virtual void get(int& value);
-  virtual void get(unsigned short& value);
-  virtual void get(short& value);
-  virtual void get(unsigned char& value);
-  virtual void get(char& value);
-  virtual void get(bool& value);
+  virtual void get(double& value) = 0;
+  virtual void get(float& value) = 0;
+  virtual void get(unsigned& value) = 0;
+  virtual void get(int& value) = 0;
+  virtual void get(unsigned short& value) = 0;
+  virtual void get(short& value) = 0;
+  virtual void get(unsigned char& value) = 0;
+  virtual void get(char& value) = 0;
+  virtual void get(bool& value) = 0;
 
-  virtual void getArray(double* values, unsigned n);
-  virtual void getArray(float* values, unsigned n);
-  virtual void getArray(unsigned* values, unsigned n);
-  virtual void getArray(int* values, unsigned n);
-  virtual void getArray(unsigned short* values, unsigned n);
-  virtual void getArray(short* values, unsigned n);
-  virtual void getArray(unsigned char* values, unsigned n);
-  virtual void getArray(char* values, unsigned n);
-  virtual void getArray(bool* values, unsigned n);
+  virtual void getArray(double* values, unsigned n) = 0;
+  virtual void getArray(float* values, unsigned n) = 0;
+  virtual void getArray(unsigned* values, unsigned n) = 0;
+  virtual void getArray(int* values, unsigned n) = 0;
+  virtual void getArray(unsigned short* values, unsigned n) = 0;
+  virtual void getArray(short* values, unsigned n) = 0;
+  virtual void getArray(unsigned char* values, unsigned n) = 0;
+  virtual void getArray(char* values, unsigned n) = 0;
+  virtual void getArray(bool* values, unsigned n) = 0;
 
   bio_Ifilter& operator>>(double& value) { return Read(value); }
   bio_Ifilter& operator>>(float& value) { return Read(value); }
@@ -88,16 +89,49 @@ class VRKLNU_EXPORT bio_Ifilter : public mem_AllocationOperators {
 
   bio_Idevice* device;
 
+  // The host form, which bio_IfilterOf takes unless a filter has its own: a value as its
+  // bytes through shortMove, an array as its bytes through longMove; a bool is true for any
+  // non-zero byte, so that it never holds another value.
+  void GetValue(void* value, bio_Element element);
+  void GetValues(void* values, unsigned n, bio_Element element);
+
  private:
   template <class T>
   bio_Ifilter& Read(T& value) {
     get(value);
     return *this;
   }
-  template <class T>
-  void GetHost(T& value);
-  template <class T>
-  void GetHostArray(T* values, unsigned n);
+};
+
+// Gives a reading filter its get and getArray of each scalar type, each a call of the
+// filter's own GetValue(void* value, bio_Element) or GetValues(void* values, unsigned n,
+// bio_Element), which bio_Ifilter gives in the host form: a filter reads its encoding once,
+// for any element. The filter derives from bio_IfilterOf<itself> and names the template a
+// friend (`template <class, class> friend class bio_IfilterOf;`).
+template <class Derived, class Types = bio_Scalars>
+class bio_IfilterOf;
+
+template <class Derived>
+class bio_IfilterOf<Derived, bio_TypeList<>> : public bio_Ifilter {
+ protected:
+  using bio_Ifilter::bio_Ifilter;
+};
+
+template <class Derived, class T, class... Rest>
+class bio_IfilterOf<Derived, bio_TypeList<T, Rest...>>
+    : public bio_IfilterOf<Derived, bio_TypeList<Rest...>> {
+  using Next = bio_IfilterOf<Derived, bio_TypeList<Rest...>>;
+
+ public:
+  using Next::get;
+  using Next::getArray;
+  void get(T& value) override { static_cast<Derived&>(*this).GetValue(&value, bio_elementOf<T>()); }
+  void getArray(T* values, unsigned n) override {
+    static_cast<Derived&>(*this).GetValues(values, n, bio_elementOf<T>());
+  }
+
+ protected:
+  using Next::Next;
 };
 
 // Reads one value into a new block from the memory layer, which `p` receives before the read
@@ -117,9 +151,9 @@ VRKLNU_EXPORT bio_Ifilter& operator>>(bio_Ifilter& in, omi_complex& value);
 // Reads values in the host's form from a device: each scalar at its size in memory, in the
 // host's byte order, an array as its bytes. For two ends of the same kind, such as the two
 // sides of a socket between processes of one job.
-class VRKLNU_EXPORT bio_IinternalFilter : public bio_Ifilter {
+class VRKLNU_EXPORT bio_IinternalFilter : public bio_IfilterOf<bio_IinternalFilter> {
  public:
-  explicit bio_IinternalFilter(bio_Idevice& device) : bio_Ifilter(&device) {}
+  explicit bio_IinternalFilter(bio_Idevice& device) : bio_IfilterOf(&device) {}
   ~bio_IinternalFilter() override;
 };
 

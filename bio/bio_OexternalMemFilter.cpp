@@ -16,18 +16,10 @@ size_t RoundUpToChunkStep(size_t size) {
   return (size + kChunkStep - 1) & ~(kChunkStep - 1);
 }
 
-// Writes each element through the filter's scalar slot: shorts are widened and bools
-// normalized in the external form, so their arrays are no single move.
-template <class T>
-void PutEach(bio_Ofilter& out, const T* values, unsigned n) {
-  for (unsigned i = 0; i < n; ++i)
-    out.put(values[i]);
-}
-
 }  // namespace
 
 bio_OexternalMemFilter::bio_OexternalMemFilter(unsigned initialSize)
-    : bio_Ofilter(nullptr), m_Swap(bio_externalFormSwaps()) {
+    : bio_OfilterOf(nullptr), m_Swap(bio_externalFormSwaps()) {
   const size_t whole = RoundUpToChunkStep(initialSize == 0 ? 1 : initialSize);
   Enter(mem_OperatorNewThrowBuiltin(whole), whole, nullptr, 0);
 }
@@ -100,69 +92,27 @@ const char* bio_OexternalMemFilter::GetBuffer(unsigned& size) {
   return reinterpret_cast<const char*>(chunk + 1);
 }
 
-void bio_OexternalMemFilter::put(const double& value) {
-  Put(&value, 1, 3);
-}
-void bio_OexternalMemFilter::put(const float& value) {
-  Put(&value, 1, 2);
-}
-void bio_OexternalMemFilter::put(const unsigned& value) {
-  Put(&value, 1, 2);
-}
-void bio_OexternalMemFilter::put(const int& value) {
-  Put(&value, 1, 2);
-}
-void bio_OexternalMemFilter::put(const unsigned char& value) {
-  Put(&value, 1, 0);
-}
-void bio_OexternalMemFilter::put(const char& value) {
-  Put(&value, 1, 0);
+void bio_OexternalMemFilter::PutValue(const void* value, bio_Element element) {
+  if (element.sizeLog2 == 1) {
+    int16_t narrow;
+    std::memcpy(&narrow, value, 2);
+    const uint32_t wide =
+        element.isSigned ? static_cast<uint32_t>(int32_t{narrow}) : static_cast<uint16_t>(narrow);
+    return Put(&wide, 1, 2);
+  }
+  if (element.isBool) {
+    // The byte is read as such, so that any non-zero byte, even one no bool should hold, is 1.
+    const unsigned char byte = *static_cast<const unsigned char*>(value) != 0;
+    return Put(&byte, 1, 0);
+  }
+  Put(value, 1, element.sizeLog2);
 }
 
-void bio_OexternalMemFilter::put(const unsigned short& value) {
-  const unsigned wide = value;
-  Put(&wide, 1, 2);
-}
-
-void bio_OexternalMemFilter::put(const short& value) {
-  const int wide = value;
-  Put(&wide, 1, 2);
-}
-
-// The byte is read as such, so that any non-zero byte, even one no bool should hold, is 1.
-void bio_OexternalMemFilter::put(const bool& value) {
-  unsigned char byte;
-  std::memcpy(&byte, &value, 1);
-  byte = byte != 0;
-  Put(&byte, 1, 0);
-}
-
-void bio_OexternalMemFilter::putArray(const double* values, unsigned n) {
-  Put(values, n, 3);
-}
-void bio_OexternalMemFilter::putArray(const float* values, unsigned n) {
-  Put(values, n, 2);
-}
-void bio_OexternalMemFilter::putArray(const unsigned* values, unsigned n) {
-  Put(values, n, 2);
-}
-void bio_OexternalMemFilter::putArray(const int* values, unsigned n) {
-  Put(values, n, 2);
-}
-void bio_OexternalMemFilter::putArray(const unsigned char* values, unsigned n) {
-  Put(values, n, 0);
-}
-void bio_OexternalMemFilter::putArray(const char* values, unsigned n) {
-  Put(values, n, 0);
-}
-void bio_OexternalMemFilter::putArray(const unsigned short* values, unsigned n) {
-  PutEach(*this, values, n);
-}
-void bio_OexternalMemFilter::putArray(const short* values, unsigned n) {
-  PutEach(*this, values, n);
-}
-void bio_OexternalMemFilter::putArray(const bool* values, unsigned n) {
-  PutEach(*this, values, n);
+void bio_OexternalMemFilter::PutValues(const void* values, unsigned n, bio_Element element) {
+  if (element.sizeLog2 != 1 && !element.isBool) return Put(values, n, element.sizeLog2);
+  const char* bytes = static_cast<const char*>(values);
+  for (unsigned i = 0; i < n; ++i)
+    PutValue(bytes + size_t{i} * element.size, element);
 }
 
 void bio_OexternalMemFilter::longMove(const char* src, unsigned n) {

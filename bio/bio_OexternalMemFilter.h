@@ -26,7 +26,7 @@
 #include "VRKBasExport.h"
 #include "bio_Ofilter.h"
 
-class VRKLNU_EXPORT bio_OexternalMemFilter : public bio_Ofilter {
+class VRKLNU_EXPORT bio_OexternalMemFilter : public bio_OfilterOf<bio_OexternalMemFilter> {
  public:
   // The first chunk holds `initialSize` bytes rounded up to a whole MiB, 1 MiB for 0, with
   // 16 bytes of it taken by the chunk's header.
@@ -36,26 +36,6 @@ class VRKLNU_EXPORT bio_OexternalMemFilter : public bio_Ofilter {
   // All the bytes written so far, in order, as one block, and their count in `size`. The
   // block stays good until the next write or the destructor; writing may go on after it.
   const char* GetBuffer(unsigned& size);
-
-  void put(const double& value) override;
-  void put(const float& value) override;
-  void put(const unsigned& value) override;
-  void put(const int& value) override;
-  void put(const unsigned short& value) override;
-  void put(const short& value) override;
-  void put(const unsigned char& value) override;
-  void put(const char& value) override;
-  void put(const bool& value) override;
-
-  void putArray(const double* values, unsigned n) override;
-  void putArray(const float* values, unsigned n) override;
-  void putArray(const unsigned* values, unsigned n) override;
-  void putArray(const int* values, unsigned n) override;
-  void putArray(const unsigned short* values, unsigned n) override;
-  void putArray(const short* values, unsigned n) override;
-  void putArray(const unsigned char* values, unsigned n) override;
-  void putArray(const char* values, unsigned n) override;
-  void putArray(const bool* values, unsigned n) override;
 
  protected:
   // Raw bytes; shortMove is the same as longMove.
@@ -78,6 +58,11 @@ class VRKLNU_EXPORT bio_OexternalMemFilter : public bio_Ofilter {
   uint32_t finishedBytes;  // bytes in all older chunks
 
  private:
+  template <class, class>
+  friend class bio_OfilterOf;
+  // Shorts are widened and bools made 0 or 1 element by element; the rest is one move.
+  void PutValue(const void* value, bio_Element element);
+  void PutValues(const void* values, unsigned n, bio_Element element);
   void Put(const void* src, size_t count, unsigned sizeLog2);
   void PutOverChunks(const char* src, size_t count, unsigned sizeLog2);
   void Enter(void* block, size_t whole, Chunk* next, size_t before);

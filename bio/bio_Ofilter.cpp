@@ -27,72 +27,14 @@ void bio_Ofilter::putString(const char* s) {
   longMove(s, static_cast<unsigned>(length));
 }
 
-template <class T>
-void bio_Ofilter::PutHost(const T& value) {
-  shortMove(reinterpret_cast<const char*>(&value), sizeof value);
+void bio_Ofilter::PutValue(const void* value, bio_Element element) {
+  shortMove(static_cast<const char*>(value), element.size);
 }
 
-template <class T>
-void bio_Ofilter::PutHostArray(const T* values, unsigned n) {
-  const char* bytes = reinterpret_cast<const char*>(values);
-  bio_inPieces(size_t{n} * sizeof(T),
+void bio_Ofilter::PutValues(const void* values, unsigned n, bio_Element element) {
+  const char* bytes = static_cast<const char*>(values);
+  bio_inPieces(size_t{n} * element.size,
                [&](size_t offset, unsigned count) { longMove(bytes + offset, count); });
-}
-
-void bio_Ofilter::put(const double& value) {
-  PutHost(value);
-}
-void bio_Ofilter::put(const float& value) {
-  PutHost(value);
-}
-void bio_Ofilter::put(const unsigned& value) {
-  PutHost(value);
-}
-void bio_Ofilter::put(const int& value) {
-  PutHost(value);
-}
-void bio_Ofilter::put(const unsigned short& value) {
-  PutHost(value);
-}
-void bio_Ofilter::put(const short& value) {
-  PutHost(value);
-}
-void bio_Ofilter::put(const unsigned char& value) {
-  PutHost(value);
-}
-void bio_Ofilter::put(const char& value) {
-  PutHost(value);
-}
-void bio_Ofilter::put(const bool& value) {
-  PutHost(value);
-}
-
-void bio_Ofilter::putArray(const double* values, unsigned n) {
-  PutHostArray(values, n);
-}
-void bio_Ofilter::putArray(const float* values, unsigned n) {
-  PutHostArray(values, n);
-}
-void bio_Ofilter::putArray(const unsigned* values, unsigned n) {
-  PutHostArray(values, n);
-}
-void bio_Ofilter::putArray(const int* values, unsigned n) {
-  PutHostArray(values, n);
-}
-void bio_Ofilter::putArray(const unsigned short* values, unsigned n) {
-  PutHostArray(values, n);
-}
-void bio_Ofilter::putArray(const short* values, unsigned n) {
-  PutHostArray(values, n);
-}
-void bio_Ofilter::putArray(const unsigned char* values, unsigned n) {
-  PutHostArray(values, n);
-}
-void bio_Ofilter::putArray(const char* values, unsigned n) {
-  PutHostArray(values, n);
-}
-void bio_Ofilter::putArray(const bool* values, unsigned n) {
-  PutHostArray(values, n);
 }
 
 void bio_Ofilter::longMove(const char* src, unsigned n) {

@@ -21,6 +21,7 @@
 
 #include "HashTable.h"
 #include "VRKBasExport.h"
+#include "bio_Scalars.h"
 #include "mem_Alloc.h"
 
 class bio_Odevice;
@@ -34,15 +35,15 @@ class VRKLNU_EXPORT bio_Ofilter : public mem_AllocationOperators {
   // Null is written as the empty string.
   virtual void putString(const char* s);
 
-  virtual void put(const double& value);
-  virtual void put(const float& value);
-  virtual void put(const unsigned& value);
-  virtual void put(const int& value);
-  virtual void put(const unsigned short& value);
-  virtual void put(const short& value);
-  virtual void put(const unsigned char& value);
-  virtual void put(const char& value);
-  virtual void put(const bool& value);
+  virtual void put(const double& value) = 0;
+  virtual void put(const float& value) = 0;
+  virtual void put(const unsigned& value) = 0;
+  virtual void put(const int& value) = 0;
+  virtual void put(const unsigned short& value) = 0;
+  virtual void put(const short& value) = 0;
+  virtual void put(const unsigned char& value) = 0;
+  virtual void put(const char& value) = 0;
+  virtual void put(const bool& value) = 0;
 
  protected:
   // The raw movers. Here they write through the device: longMove copies span by span,
@@ -53,15 +54,15 @@ class VRKLNU_EXPORT bio_Ofilter : public mem_AllocationOperators {
   virtual void shortSwap(const char* src, unsigned n);
 
  public:
-  virtual void putArray(const double* values, unsigned n);
-  virtual void putArray(const float* values, unsigned n);
-  virtual void putArray(const unsigned* values, unsigned n);
-  virtual void putArray(const int* values, unsigned n);
-  virtual void putArray(const unsigned short* values, unsigned n);
-  virtual void putArray(const short* values, unsigned n);
-  virtual void putArray(const unsigned char* values, unsigned n);
-  virtual void putArray(const char* values, unsigned n);
-  virtual void putArray(const bool* values, unsigned n);
+  virtual void putArray(const double* values, unsigned n) = 0;
+  virtual void putArray(const float* values, unsigned n) = 0;
+  virtual void putArray(const unsigned* values, unsigned n) = 0;
+  virtual void putArray(const int* values, unsigned n) = 0;
+  virtual void putArray(const unsigned short* values, unsigned n) = 0;
+  virtual void putArray(const short* values, unsigned n) = 0;
+  virtual void putArray(const unsigned char* values, unsigned n) = 0;
+  virtual void putArray(const char* values, unsigned n) = 0;
+  virtual void putArray(const bool* values, unsigned n) = 0;
 
   bio_Ofilter& operator<<(const double& value) { return Write(value); }
   bio_Ofilter& operator<<(const float& value) { return Write(value); }
@@ -88,16 +89,50 @@ class VRKLNU_EXPORT bio_Ofilter : public mem_AllocationOperators {
 
   bio_Odevice* device;
 
+  // The host form, which bio_OfilterOf takes unless a filter has its own: a value as its
+  // bytes through shortMove, an array as its bytes through longMove.
+  void PutValue(const void* value, bio_Element element);
+  void PutValues(const void* values, unsigned n, bio_Element element);
+
  private:
   template <class T>
   bio_Ofilter& Write(const T& value) {
     put(value);
     return *this;
   }
-  template <class T>
-  void PutHost(const T& value);
-  template <class T>
-  void PutHostArray(const T* values, unsigned n);
+};
+
+// Gives a writing filter its put and putArray of each scalar type, each a call of the
+// filter's own PutValue(const void* value, bio_Element) or PutValues(const void* values,
+// unsigned n, bio_Element), which bio_Ofilter gives in the host form: a filter writes its
+// encoding once, for any element. The filter derives from bio_OfilterOf<itself> and names
+// the template a friend (`template <class, class> friend class bio_OfilterOf;`).
+template <class Derived, class Types = bio_Scalars>
+class bio_OfilterOf;
+
+template <class Derived>
+class bio_OfilterOf<Derived, bio_TypeList<>> : public bio_Ofilter {
+ protected:
+  using bio_Ofilter::bio_Ofilter;
+};
+
+template <class Derived, class T, class... Rest>
+class bio_OfilterOf<Derived, bio_TypeList<T, Rest...>>
+    : public bio_OfilterOf<Derived, bio_TypeList<Rest...>> {
+  using Next = bio_OfilterOf<Derived, bio_TypeList<Rest...>>;
+
+ public:
+  using Next::put;
+  using Next::putArray;
+  void put(const T& value) override {
+    static_cast<Derived&>(*this).PutValue(&value, bio_elementOf<T>());
+  }
+  void putArray(const T* values, unsigned n) override {
+    static_cast<Derived&>(*this).PutValues(values, n, bio_elementOf<T>());
+  }
+
+ protected:
+  using Next::Next;
 };
 
 // Writes a complex number as its tag (int) and two doubles: the stored real and imaginary
@@ -108,9 +143,9 @@ VRKLNU_EXPORT bio_Ofilter& operator<<(bio_Ofilter& out, const omi_complex& value
 
 // Writes values in the host's form to a device: each scalar at its size in memory, in the
 // host's byte order, an array as its bytes with no count. For two ends of the same kind.
-class VRKLNU_EXPORT bio_OinternalFilter : public bio_Ofilter {
+class VRKLNU_EXPORT bio_OinternalFilter : public bio_OfilterOf<bio_OinternalFilter> {
  public:
-  explicit bio_OinternalFilter(bio_Odevice& device) : bio_Ofilter(&device) {}
+  explicit bio_OinternalFilter(bio_Odevice& device) : bio_OfilterOf(&device) {}
   ~bio_OinternalFilter() override;
 };
 

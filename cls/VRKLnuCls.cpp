@@ -1,6 +1,7 @@
 #include "VRKLnuCls.h"
 
 #include "VRKBasCountedPair.h"
+#include "cls_ExtQuant.h"
 #include "cls_MetadataRegistrar.h"
 #include "cls_Static.h"
 #include "cls_UidCatalog.h"
@@ -57,5 +58,6 @@ void VRKLnuCls_finalize(int& tally) {
   if (!VRKBasCountedLeave(useCount, tally, "cls")) return;
   cls_Static::Finalize();
   cls_UidCatalog::Finalize();
+  cls_ExtQuant::Finalize();
   cls_MetadataRegistrar::Finalize();
 }

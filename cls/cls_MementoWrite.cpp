@@ -13,3 +13,15 @@ bool cls_MementoWrite::CopyBranch(cls_AgentProxy*, const cls_FieldHandle&) {
 void cls_MementoWrite::StartSharedPtrOutput() {}
 
 void cls_MementoWrite::EndSharedPtrOutput() {}
+
+cls_AgentListObj* cls_MementoWrite::MakeAgentListObj() {
+  return nullptr;
+}
+
+cls_AgentMapKey2Obj<int>* cls_MementoWrite::MakeAgentMapKey2Obj(const int&) {
+  return nullptr;
+}
+
+cls_AgentMapKey2Obj<cow_String>* cls_MementoWrite::MakeAgentMapKey2Obj(const cow_String&) {
+  return nullptr;
+}

@@ -4,8 +4,9 @@
 // calls: a store must key fields on their handles, since nothing else orders them.
 //
 // Ownership: a memento that a factory returns belongs to its caller when NeedsDeletion says
-// so; the cursors and agents likewise. A factory that returns null suppresses the write of
-// that object.
+// so; the cursors likewise (cls_WriteCursor deletes them so). A factory that returns null
+// suppresses the write of that object; a cursor factory that returns null leaves the
+// collection unwritten. Cursors must not outlive the memento that made them; agents do.
 #ifndef CLS_MEMENTOWRITE_H
 #define CLS_MEMENTOWRITE_H
 
@@ -68,13 +69,29 @@ class VRKLNU_EXPORT cls_MementoWrite : public mem_AllocationOperators {
   virtual cls_WriteMapInt2Prim<int>* MakeMapInt2Prim(const int& selector) = 0;
   virtual cls_WriteMapInt2Prim<float>* MakeMapInt2Prim(const float& selector) = 0;
   virtual cls_WriteMapInt2Prim<double>* MakeMapInt2Prim(const double& selector) = 0;
+  // Spare slots, kept so that the store interface keeps its order: no code of the library
+  // calls them, and the defaults return null.
+  virtual void* Spare1() { return nullptr; }
+  virtual void* Spare2() { return nullptr; }
+  virtual void* Spare3() { return nullptr; }
+  virtual void* Spare4() { return nullptr; }
+  virtual void* Spare5() { return nullptr; }
+  virtual void* Spare6() { return nullptr; }
   virtual cls_WriteMapString2Prim<unsigned>* MakeMapString2Prim(const unsigned& selector) = 0;
   virtual cls_WriteMapString2Prim<cow_String>* MakeMapString2Prim(const cow_String& selector) = 0;
   virtual cls_WriteMapString2Prim<int>* MakeMapString2Prim(const int& selector) = 0;
   virtual cls_WriteMapString2Prim<float>* MakeMapString2Prim(const float& selector) = 0;
   virtual cls_WriteMapString2Prim<double>* MakeMapString2Prim(const double& selector) = 0;
+  // Agents for collections of objects, reached element by element through the request
+  // classes (cls_AgentRequest.h). No code of the library asks for one; the defaults return
+  // null, which a caller must take as "not supported by this store".
+  virtual cls_AgentListObj* MakeAgentListObj();
+  virtual cls_AgentMapKey2Obj<int>* MakeAgentMapKey2Obj(const int& selector);
+  virtual cls_AgentMapKey2Obj<cow_String>* MakeAgentMapKey2Obj(const cow_String& selector);
 
-  // Agents: they outlive this memento.
+  // Agents: they outlive this memento. The agent comes with a reference count of 0: the
+  // owner that keeps it calls AddRef (see cls_AgentListPrim.h), and whoever brings the
+  // count back to 0 deletes it. Null: this store keeps no such list.
   virtual cls_AgentListPrim<bool>* MakeAgentList(const bool& selector, int extentQuantum) = 0;
   virtual cls_AgentListPrim<double>* MakeAgentList(const double& selector, int extentQuantum) = 0;
   virtual cls_AgentListPrim<float>* MakeAgentList(const float& selector, int extentQuantum) = 0;

@@ -2,21 +2,16 @@
 // or refused with nex_Exception, and what is read holds no zero byte and only names that are
 // names.
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
-#include "VRKLnuLifecycle.h"
+#include "VRKFuzz.h"
 #include "nex_Exception.h"
 #include "uti_Spawn.h"
 
 namespace {
 
-void Check(bool condition) {
-  if (!condition) std::abort();
-}
-
 void CheckText(const cow_String& text) {
-  Check(std::strlen(text.c_str()) == static_cast<size_t>(text.Length()));
+  VRKFuzzCheck(std::strlen(text.c_str()) == static_cast<size_t>(text.Length()));
 }
 
 void CheckParsed(uti_Spawn::Parser& parser) {
@@ -30,15 +25,14 @@ void CheckParsed(uti_Spawn::Parser& parser) {
   }
   for (int stream = 0; stream < 3; ++stream) {
     const uti_Redirection::Redirector& slot = parser.Redirection().getRedirector(stream);
-    Check(slot.handle.descriptor == -1 || slot.handle.descriptor == 1);
+    VRKFuzzCheck(slot.handle.descriptor == -1 || slot.handle.descriptor == 1);
   }
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  int tally = 0;
-  VRKLnuBasicUtils_initialize(tally);
+  VRKFuzzStartLibrary();
   return 0;
 }
 

@@ -1,7 +1,8 @@
 #include "VRKTestMemento.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cstdio>
-#include <sstream>
 
 namespace {
 
@@ -15,19 +16,224 @@ std::string Name(const cls_FieldHandle& field) {
   return field.Name().c_str();
 }
 
+// The element type's name in the log.
+const char* TypeName(const bool&) {
+  return "bool";
+}
+const char* TypeName(const int&) {
+  return "int";
+}
+const char* TypeName(const unsigned&) {
+  return "unsigned";
+}
+const char* TypeName(const float&) {
+  return "float";
+}
+const char* TypeName(const double&) {
+  return "double";
+}
+const char* TypeName(const cow_String&) {
+  return "cow_String";
+}
+
 template <class T>
-T Parse(const std::string& text, T) {
+T Parse(const std::string& text, const T&) {
   return static_cast<T>(std::stoll(text));
 }
-double Parse(const std::string& text, double) {
+double Parse(const std::string& text, const double&) {
   return std::stod(text);
 }
-float Parse(const std::string& text, float) {
+float Parse(const std::string& text, const float&) {
   return std::stof(text);
 }
 cow_String Parse(const std::string& text, const cow_String&) {
   return cow_String(text.c_str(), static_cast<int>(text.size()));
 }
+
+template <class T>
+std::string RealText(T value) {
+  char text[64];
+  return std::string(text, std::to_chars(text, text + sizeof text, value).ptr);
+}
+
+// A new element record under `key` (empty in a list): its memento, or null when declined.
+cls_MementoWrite* AddElement(VRKTestStore& store, VRKTestRecord& list, const char* call,
+                             const std::string& key, unsigned classId, const cls_Uid& uid) {
+  list.keys.push_back(key);
+  list.elements.emplace_back();
+  VRKTestRecord* element = store.Admit(list.elements.back(), classId, uid);
+  store.Log(list, call + (key.empty() ? "" : " " + key) + " " + Hex(classId) + "#" +
+                      std::to_string(store.Number(uid)) + (element ? "" : " declined"));
+  return element ? new VRKTestMementoWrite(store, *element) : nullptr;
+}
+
+void AddNull(VRKTestStore& store, VRKTestRecord& list, const std::string& key, unsigned classId) {
+  list.keys.push_back(key);
+  list.elements.emplace_back();
+  store.Log(list, "WriteNull " + (key.empty() ? "" : key + " ") + Hex(classId));
+}
+
+template <class T>
+class WriteList : public cls_WriteListPrim<T> {
+ public:
+  WriteList(VRKTestStore& store, VRKTestRecord& record) : m_Store(store), m_Record(record) {}
+  void Append(const T* value) override {
+    m_Record.items.push_back(VRKTestText(*value));
+    m_Store.Log(m_Record, "Append " + m_Record.items.back());
+  }
+
+ private:
+  VRKTestStore& m_Store;
+  VRKTestRecord& m_Record;
+};
+
+template <class Base, class K, class T>
+class WriteMap : public Base {
+ public:
+  WriteMap(VRKTestStore& store, VRKTestRecord& record) : m_Store(store), m_Record(record) {}
+  void Put(const K* key, const T* value) override {
+    m_Record.keys.push_back(VRKTestText(*key));
+    m_Record.items.push_back(VRKTestText(*value));
+    m_Store.Log(m_Record, "Put " + m_Record.keys.back() + "=" + m_Record.items.back());
+  }
+
+ private:
+  VRKTestStore& m_Store;
+  VRKTestRecord& m_Record;
+};
+
+class WriteListObj : public cls_WriteListObj {
+ public:
+  WriteListObj(VRKTestStore& store, VRKTestRecord& record) : m_Store(store), m_Record(record) {}
+  cls_MementoWrite* MakeWriteObj(unsigned classId, const cls_Uid& uid,
+                                 const cow_COW<int, cow_Direct<int>>*) override {
+    return AddElement(m_Store, m_Record, "MakeWriteObj", "", classId, uid);
+  }
+  cls_MementoWrite* MakeWriteObjWithPtr(unsigned classId, const cls_Uid& uid,
+                                        const void*) override {
+    return AddElement(m_Store, m_Record, "MakeWriteObjWithPtr", "", classId, uid);
+  }
+  void WriteNull(unsigned classId) override { AddNull(m_Store, m_Record, "", classId); }
+
+ private:
+  VRKTestStore& m_Store;
+  VRKTestRecord& m_Record;
+};
+
+template <class Base, class K>
+class WriteMapObj : public Base {
+ public:
+  WriteMapObj(VRKTestStore& store, VRKTestRecord& record) : m_Store(store), m_Record(record) {}
+  cls_MementoWrite* MakeWriteObj(const K* key, unsigned classId, const cls_Uid& uid,
+                                 const cow_COW<int, cow_Direct<int>>*) override {
+    return AddElement(m_Store, m_Record, "MakeWriteObj", VRKTestText(*key), classId, uid);
+  }
+  cls_MementoWrite* MakeWriteObjWithPtr(const K* key, unsigned classId, const cls_Uid& uid,
+                                        const void*) override {
+    return AddElement(m_Store, m_Record, "MakeWriteObjWithPtr", VRKTestText(*key), classId, uid);
+  }
+  void WriteNull(const K* key, unsigned classId) override {
+    AddNull(m_Store, m_Record, VRKTestText(*key), classId);
+  }
+
+ private:
+  VRKTestStore& m_Store;
+  VRKTestRecord& m_Record;
+};
+
+// A record's entries, read in order; Next and Key move on.
+class Entries {
+ protected:
+  Entries(VRKTestStore& store, VRKTestRecord& record) : m_Store(store), m_Record(record) {}
+
+  int Count() const {
+    return static_cast<int>(std::max(m_Record.items.size(), m_Record.elements.size()));
+  }
+  int More() const { return m_At < Count(); }
+  template <class T>
+  T Item(const char* call) {
+    m_Store.Log(m_Record, call);
+    return Parse(m_Record.items.at(m_At), T());
+  }
+  template <class K>
+  K TakeKey() {
+    m_Store.Log(m_Record, "Key");
+    return Parse(m_Record.keys.at(m_At++), K());
+  }
+  cls_MementoRead* Element() {
+    m_Store.Log(m_Record, "MakeReadObj");
+    const std::unique_ptr<VRKTestRecord>& element = m_Record.elements.at(m_At);
+    return element ? new VRKTestMementoRead(m_Store, *element) : nullptr;
+  }
+
+  VRKTestStore& m_Store;
+  VRKTestRecord& m_Record;
+  int m_At = 0;
+};
+
+template <class T>
+class ReadListBase : public cls_ReadListPrim<T>, protected Entries {
+ public:
+  ReadListBase(VRKTestStore& store, VRKTestRecord& record) : Entries(store, record) {}
+  int Size() override { return Count(); }
+  int RowLength() override { return m_Record.width; }
+  int HasMore() override { return More(); }
+
+ protected:
+  T Take() {
+    const T value = Item<T>("Next");
+    ++m_At;
+    return value;
+  }
+};
+
+template <class T>
+class ReadList : public ReadListBase<T> {
+ public:
+  using ReadListBase<T>::ReadListBase;
+  T Next() override { return this->Take(); }
+};
+
+template <>
+class ReadList<cow_String> : public ReadListBase<cow_String> {
+ public:
+  using ReadListBase<cow_String>::ReadListBase;
+  void Next(cow_String& result) override { result = Take(); }
+};
+
+template <class T>
+class ReadMapInt : public cls_ReadMapInt2Prim<T>, Entries {
+ public:
+  ReadMapInt(VRKTestStore& store, VRKTestRecord& record) : Entries(store, record) {}
+  int HasMore() override { return More(); }
+  T Value() override { return Item<T>("Value"); }
+  int Key() override { return TakeKey<int>(); }
+};
+
+template <class T>
+class ReadMapString : public cls_ReadMapString2Prim<T>, Entries {
+ public:
+  ReadMapString(VRKTestStore& store, VRKTestRecord& record) : Entries(store, record) {}
+  int HasMore() override { return More(); }
+  T Value() override { return Item<T>("Value"); }
+  void Key(cow_String& result) override { result = TakeKey<cow_String>(); }
+};
+
+class ReadMapObjInt : public cls_ReadMapInt2Obj, Entries {
+ public:
+  ReadMapObjInt(VRKTestStore& store, VRKTestRecord& record) : Entries(store, record) {}
+  int HasMore() override { return More(); }
+  int Key() override { return TakeKey<int>(); }
+  cls_MementoRead* MakeReadObj() override { return Element(); }
+};
+
+class ReadMapObjString : public cls_ReadMapString2Obj, Entries {
+ public:
+  ReadMapObjString(VRKTestStore& store, VRKTestRecord& record) : Entries(store, record) {}
+  int HasMore() override { return More(); }
+  void Key(cow_String& result) override { result = TakeKey<cow_String>(); }
+  cls_MementoRead* MakeReadObj() override { return Element(); }
+};
 
 }  // namespace
 
@@ -35,12 +241,10 @@ std::string VRKTestText(const cow_String& value) {
   return std::string(value.c_str(), value.Length());
 }
 std::string VRKTestText(double value) {
-  std::ostringstream text;
-  text << value;
-  return text.str();
+  return RealText(value);
 }
 std::string VRKTestText(float value) {
-  return VRKTestText(static_cast<double>(value));
+  return RealText(value);
 }
 
 std::string VRKTestRecord::Label() const {
@@ -83,6 +287,71 @@ VRKTestRecord* VRKTestStore::Admit(std::unique_ptr<VRKTestRecord>& slot, unsigne
   return slot.get();
 }
 
+int VRKTestOwners::Count() const {
+  int count = 0;
+  for (const cls_PC* owner = Next(); owner != this; owner = owner->Next())
+    ++count;
+  return count;
+}
+
+template <class T>
+VRKTestAgent<T>::VRKTestAgent(VRKTestStore& store, VRKTestRecord& record)
+    : m_Store(store),
+      m_Record(record),
+      m_Data(*static_cast<std::vector<T>*>(record.agentData.get())) {
+  store.m_LastAgent = this;
+}
+
+template <class T>
+VRKTestAgent<T>::~VRKTestAgent() {
+  ++m_Store.Agents().deleted;
+  if (m_Store.m_LastAgent == this) m_Store.m_LastAgent = nullptr;
+  Log("agent deleted");
+}
+
+template <class T>
+void VRKTestAgent<T>::Log(const std::string& call) {
+  if (m_Store.LoggingAgents()) m_Store.Log(m_Record, call);
+}
+
+template <class T>
+int VRKTestAgent<T>::Refresh() {
+  const bool changed = m_Changed;
+  m_Changed = false;
+  return changed;
+}
+
+template <class T>
+void VRKTestAgent<T>::Flush() {
+  ++m_Store.Agents().flushes;
+  Log("agent Flush");
+}
+
+template <class T>
+void VRKTestAgent<T>::Write(int index, int count, const T* values) {
+  ++m_Store.Agents().writes;
+  Log("agent Write " + std::to_string(index) + "+" + std::to_string(count));
+  if (count <= 0) return;
+  if (m_Data.size() < static_cast<size_t>(index + count)) m_Data.resize(index + count);
+  std::copy(values, values + count, m_Data.begin() + index);
+}
+
+template <class T>
+int VRKTestAgent<T>::Read(int index, int count, T* values) {
+  ++m_Store.Agents().reads;
+  Log("agent Read " + std::to_string(index) + "+" + std::to_string(count));
+  const int read = std::clamp(Size() - index, 0, std::max(count, 0));
+  std::copy(m_Data.begin() + index, m_Data.begin() + index + read, values);
+  return read;
+}
+
+template class VRKTestAgent<bool>;
+template class VRKTestAgent<int>;
+template class VRKTestAgent<unsigned>;
+template class VRKTestAgent<float>;
+template class VRKTestAgent<double>;
+template class VRKTestAgent<cow_String>;
+
 int VRKTestMementoWrite::FieldIsPresent(const cls_FieldHandle& field) {
   Log("FieldIsPresent " + Name(field));
   return 1;
@@ -119,64 +388,21 @@ void VRKTestMementoWrite::WriteNull(const cls_FieldHandle& field) {
   Log("WriteNull " + Name(field));
 }
 
-void VRKTestMementoWrite::Put(const cls_FieldHandle& field, const char* type,
-                              const std::string& text) {
+template <class T>
+void VRKTestMementoWrite::Put(const cls_FieldHandle& field, const char* type, const T& value) {
+  const std::string text = VRKTestText(value);
   m_Record.values[Name(field)] = text;
   Log(std::string("Write(") + type + ") " + Name(field) + "=" + text);
 }
 
-void VRKTestMementoWrite::Write(const cls_FieldHandle& field, const cow_String& value) {
-  Put(field, "string", VRKTestText(value));
-}
-
-void VRKTestMementoWrite::Write(const cls_FieldHandle& field, double value) {
-  Put(field, "double", VRKTestText(value));
-}
-
-void VRKTestMementoWrite::Write(const cls_FieldHandle& field, float value) {
-  Put(field, "float", VRKTestText(value));
-}
-
-void VRKTestMementoWrite::Write(const cls_FieldHandle& field, unsigned int value) {
-  Put(field, "unsigned", VRKTestText(value));
-}
-
-void VRKTestMementoWrite::Write(const cls_FieldHandle& field, int value) {
-  Put(field, "int", VRKTestText(value));
-}
-
-void VRKTestMementoWrite::Write(const cls_FieldHandle& field, unsigned short value) {
-  Put(field, "ushort", VRKTestText(value));
-}
-
-void VRKTestMementoWrite::Write(const cls_FieldHandle& field, short value) {
-  Put(field, "short", VRKTestText(value));
-}
-
-void VRKTestMementoWrite::Write(const cls_FieldHandle& field, unsigned char value) {
-  Put(field, "uchar", VRKTestText(value));
-}
-
-void VRKTestMementoWrite::Write(const cls_FieldHandle& field, char value) {
-  Put(field, "char", VRKTestText(value));
-}
-
-void VRKTestMementoWrite::Write(const cls_FieldHandle& field, bool value) {
-  Put(field, "bool", VRKTestText(value));
-}
-
-void VRKTestMementoWrite::Write(const cls_FieldHandle& field, long value) {
-  Put(field, "long", VRKTestText(value));
-}
-
-cls_WriteListObj* VRKTestMementoWrite::MakeListObj(unsigned) {
-  Log("MakeListObj");
-  return nullptr;
+cls_WriteListObj* VRKTestMementoWrite::MakeListObj(unsigned count) {
+  Log("MakeListObj " + std::to_string(count));
+  return new WriteListObj(m_Store, m_Record);
 }
 
 cls_WriteMapInt2Obj* VRKTestMementoWrite::MakeMapInt2Obj() {
   Log("MakeMapInt2Obj");
-  return nullptr;
+  return new WriteMapObj<cls_WriteMapInt2Obj, int>(m_Store, m_Record);
 }
 
 cls_WriteIntTableInt* VRKTestMementoWrite::MakeIntTableInt() {
@@ -186,117 +412,47 @@ cls_WriteIntTableInt* VRKTestMementoWrite::MakeIntTableInt() {
 
 cls_WriteMapString2Obj* VRKTestMementoWrite::MakeMapString2Obj() {
   Log("MakeMapString2Obj");
-  return nullptr;
+  return new WriteMapObj<cls_WriteMapString2Obj, cow_String>(m_Store, m_Record);
 }
 
-cls_WriteListPrim<bool>* VRKTestMementoWrite::MakeListPrim(const bool&, int) {
-  Log("MakeListPrim<bool>");
-  return nullptr;
+template <class T>
+cls_WriteListPrim<T>* VRKTestMementoWrite::List(const T& selector, int width) {
+  Log(std::string("MakeListPrim<") + TypeName(selector) + "> " + std::to_string(width));
+  m_Record.width = width;
+  return new WriteList<T>(m_Store, m_Record);
 }
 
-cls_WriteListPrim<cow_String>* VRKTestMementoWrite::MakeListPrim(const cow_String&, int) {
-  Log("MakeListPrim<cow_String>");
-  return nullptr;
-}
+#define VRK_TEST_MAPS(T)                                                                   \
+  cls_WriteMapInt2Prim<T>* VRKTestMementoWrite::MakeMapInt2Prim(const T& selector) {       \
+    Log(std::string("MakeMapInt2Prim<") + TypeName(selector) + ">");                       \
+    return new WriteMap<cls_WriteMapInt2Prim<T>, int, T>(m_Store, m_Record);               \
+  }                                                                                        \
+  cls_WriteMapString2Prim<T>* VRKTestMementoWrite::MakeMapString2Prim(const T& selector) { \
+    Log(std::string("MakeMapString2Prim<") + TypeName(selector) + ">");                    \
+    return new WriteMap<cls_WriteMapString2Prim<T>, cow_String, T>(m_Store, m_Record);     \
+  }                                                                                        \
+  cls_ReadMapInt2Prim<T>* VRKTestMementoRead::MakeMapInt2Prim(const T& selector) {         \
+    Log(std::string("MakeMapInt2Prim<") + TypeName(selector) + ">");                       \
+    return new ReadMapInt<T>(m_Store, m_Record);                                           \
+  }                                                                                        \
+  cls_ReadMapString2Prim<T>* VRKTestMementoRead::MakeMapString2Prim(const T& selector) {   \
+    Log(std::string("MakeMapString2Prim<") + TypeName(selector) + ">");                    \
+    return new ReadMapString<T>(m_Store, m_Record);                                        \
+  }
+VRK_TEST_MAPS(unsigned)
+VRK_TEST_MAPS(cow_String)
+VRK_TEST_MAPS(int)
+VRK_TEST_MAPS(float)
+VRK_TEST_MAPS(double)
 
-cls_WriteListPrim<float>* VRKTestMementoWrite::MakeListPrim(const float&, int) {
-  Log("MakeListPrim<float>");
-  return nullptr;
-}
-
-cls_WriteListPrim<double>* VRKTestMementoWrite::MakeListPrim(const double&, int) {
-  Log("MakeListPrim<double>");
-  return nullptr;
-}
-
-cls_WriteListPrim<unsigned>* VRKTestMementoWrite::MakeListPrim(const unsigned&, int) {
-  Log("MakeListPrim<unsigned>");
-  return nullptr;
-}
-
-cls_WriteListPrim<int>* VRKTestMementoWrite::MakeListPrim(const int&, int) {
-  Log("MakeListPrim<int>");
-  return nullptr;
-}
-
-cls_WriteMapInt2Prim<unsigned>* VRKTestMementoWrite::MakeMapInt2Prim(const unsigned&) {
-  Log("MakeMapInt2Prim<unsigned>");
-  return nullptr;
-}
-
-cls_WriteMapInt2Prim<cow_String>* VRKTestMementoWrite::MakeMapInt2Prim(const cow_String&) {
-  Log("MakeMapInt2Prim<cow_String>");
-  return nullptr;
-}
-
-cls_WriteMapInt2Prim<int>* VRKTestMementoWrite::MakeMapInt2Prim(const int&) {
-  Log("MakeMapInt2Prim<int>");
-  return nullptr;
-}
-
-cls_WriteMapInt2Prim<float>* VRKTestMementoWrite::MakeMapInt2Prim(const float&) {
-  Log("MakeMapInt2Prim<float>");
-  return nullptr;
-}
-
-cls_WriteMapInt2Prim<double>* VRKTestMementoWrite::MakeMapInt2Prim(const double&) {
-  Log("MakeMapInt2Prim<double>");
-  return nullptr;
-}
-
-cls_WriteMapString2Prim<unsigned>* VRKTestMementoWrite::MakeMapString2Prim(const unsigned&) {
-  Log("MakeMapString2Prim<unsigned>");
-  return nullptr;
-}
-
-cls_WriteMapString2Prim<cow_String>* VRKTestMementoWrite::MakeMapString2Prim(const cow_String&) {
-  Log("MakeMapString2Prim<cow_String>");
-  return nullptr;
-}
-
-cls_WriteMapString2Prim<int>* VRKTestMementoWrite::MakeMapString2Prim(const int&) {
-  Log("MakeMapString2Prim<int>");
-  return nullptr;
-}
-
-cls_WriteMapString2Prim<float>* VRKTestMementoWrite::MakeMapString2Prim(const float&) {
-  Log("MakeMapString2Prim<float>");
-  return nullptr;
-}
-
-cls_WriteMapString2Prim<double>* VRKTestMementoWrite::MakeMapString2Prim(const double&) {
-  Log("MakeMapString2Prim<double>");
-  return nullptr;
-}
-
-cls_AgentListPrim<bool>* VRKTestMementoWrite::MakeAgentList(const bool&, int) {
-  Log("MakeAgentList<bool>");
-  return nullptr;
-}
-
-cls_AgentListPrim<double>* VRKTestMementoWrite::MakeAgentList(const double&, int) {
-  Log("MakeAgentList<double>");
-  return nullptr;
-}
-
-cls_AgentListPrim<float>* VRKTestMementoWrite::MakeAgentList(const float&, int) {
-  Log("MakeAgentList<float>");
-  return nullptr;
-}
-
-cls_AgentListPrim<int>* VRKTestMementoWrite::MakeAgentList(const int&, int) {
-  Log("MakeAgentList<int>");
-  return nullptr;
-}
-
-cls_AgentListPrim<cow_String>* VRKTestMementoWrite::MakeAgentList(const cow_String&, int) {
-  Log("MakeAgentList<cow_String>");
-  return nullptr;
-}
-
-cls_AgentListPrim<unsigned>* VRKTestMementoWrite::MakeAgentList(const unsigned&, int) {
-  Log("MakeAgentList<unsigned>");
-  return nullptr;
+template <class T>
+cls_AgentListPrim<T>* VRKTestMementoWrite::Agent(const T& selector, int extentQuantum) {
+  Log(std::string("MakeAgentList<") + TypeName(selector) + "> " + std::to_string(extentQuantum));
+  if (!m_Record.agentData) {
+    m_Record.agentData = std::make_shared<std::vector<T>>();
+    m_Record.extentQuantum = extentQuantum;
+  }
+  return new VRKTestAgent<T>(m_Store, m_Record);
 }
 
 cls_AgentBlob* VRKTestMementoWrite::MakeAgentBlob() {
@@ -345,60 +501,12 @@ cls_MementoRead* VRKTestMementoRead::MakeBaseReadObj() {
   return m_Record.base ? new VRKTestMementoRead(m_Store, *m_Record.base) : nullptr;
 }
 
-const std::string* VRKTestMementoRead::Find(const cls_FieldHandle& field) {
-  auto value = m_Record.values.find(Name(field));
-  Log("Read " + Name(field) + (value == m_Record.values.end() ? " absent" : ""));
-  return value == m_Record.values.end() ? nullptr : &value->second;
-}
-
 template <class T>
-T VRKTestMementoRead::Get(const cls_FieldHandle& field, T otherwise) {
-  const std::string* text = Find(field);
-  return text ? Parse(*text, otherwise) : otherwise;
-}
-
-cow_String VRKTestMementoRead::Read(const cls_FieldHandle& field, const cow_String& otherwise) {
-  return Get<cow_String>(field, otherwise);
-}
-
-double VRKTestMementoRead::Read(const cls_FieldHandle& field, double otherwise) {
-  return Get(field, otherwise);
-}
-
-float VRKTestMementoRead::Read(const cls_FieldHandle& field, float otherwise) {
-  return Get(field, otherwise);
-}
-
-unsigned int VRKTestMementoRead::Read(const cls_FieldHandle& field, unsigned int otherwise) {
-  return Get(field, otherwise);
-}
-
-int VRKTestMementoRead::Read(const cls_FieldHandle& field, int otherwise) {
-  return Get(field, otherwise);
-}
-
-unsigned short VRKTestMementoRead::Read(const cls_FieldHandle& field, unsigned short otherwise) {
-  return Get(field, otherwise);
-}
-
-short VRKTestMementoRead::Read(const cls_FieldHandle& field, short otherwise) {
-  return Get(field, otherwise);
-}
-
-unsigned char VRKTestMementoRead::Read(const cls_FieldHandle& field, unsigned char otherwise) {
-  return Get(field, otherwise);
-}
-
-char VRKTestMementoRead::Read(const cls_FieldHandle& field, char otherwise) {
-  return Get(field, otherwise);
-}
-
-bool VRKTestMementoRead::Read(const cls_FieldHandle& field, bool otherwise) {
-  return Get(field, otherwise);
-}
-
-long VRKTestMementoRead::Read(const cls_FieldHandle& field, long otherwise) {
-  return Get(field, otherwise);
+T VRKTestMementoRead::Get(const cls_FieldHandle& field, const T& otherwise) {
+  auto value = m_Record.values.find(Name(field));
+  const bool absent = value == m_Record.values.end();
+  Log("Read " + Name(field) + (absent ? " absent" : ""));
+  return absent ? otherwise : Parse(value->second, otherwise);
 }
 
 cls_ReadListObj* VRKTestMementoRead::MakeListObj() {
@@ -408,7 +516,7 @@ cls_ReadListObj* VRKTestMementoRead::MakeListObj() {
 
 cls_ReadMapInt2Obj* VRKTestMementoRead::MakeMapInt2Obj() {
   Log("MakeMapInt2Obj");
-  return nullptr;
+  return new ReadMapObjInt(m_Store, m_Record);
 }
 
 cls_ReadIntTableInt* VRKTestMementoRead::MakeIntTableInt() {
@@ -418,117 +526,19 @@ cls_ReadIntTableInt* VRKTestMementoRead::MakeIntTableInt() {
 
 cls_ReadMapString2Obj* VRKTestMementoRead::MakeMapString2Obj() {
   Log("MakeMapString2Obj");
-  return nullptr;
+  return new ReadMapObjString(m_Store, m_Record);
 }
 
-cls_ReadListPrim<bool>* VRKTestMementoRead::MakeListPrim(const bool&) {
-  Log("MakeListPrim<bool>");
-  return nullptr;
+template <class T>
+cls_ReadListPrim<T>* VRKTestMementoRead::List(const T& selector) {
+  Log(std::string("MakeListPrim<") + TypeName(selector) + ">");
+  return new ReadList<T>(m_Store, m_Record);
 }
 
-cls_ReadListPrim<cow_String>* VRKTestMementoRead::MakeListPrim(const cow_String&) {
-  Log("MakeListPrim<cow_String>");
-  return nullptr;
-}
-
-cls_ReadListPrim<float>* VRKTestMementoRead::MakeListPrim(const float&) {
-  Log("MakeListPrim<float>");
-  return nullptr;
-}
-
-cls_ReadListPrim<double>* VRKTestMementoRead::MakeListPrim(const double&) {
-  Log("MakeListPrim<double>");
-  return nullptr;
-}
-
-cls_ReadListPrim<unsigned>* VRKTestMementoRead::MakeListPrim(const unsigned&) {
-  Log("MakeListPrim<unsigned>");
-  return nullptr;
-}
-
-cls_ReadListPrim<int>* VRKTestMementoRead::MakeListPrim(const int&) {
-  Log("MakeListPrim<int>");
-  return nullptr;
-}
-
-cls_ReadMapInt2Prim<unsigned>* VRKTestMementoRead::MakeMapInt2Prim(const unsigned&) {
-  Log("MakeMapInt2Prim<unsigned>");
-  return nullptr;
-}
-
-cls_ReadMapInt2Prim<cow_String>* VRKTestMementoRead::MakeMapInt2Prim(const cow_String&) {
-  Log("MakeMapInt2Prim<cow_String>");
-  return nullptr;
-}
-
-cls_ReadMapInt2Prim<int>* VRKTestMementoRead::MakeMapInt2Prim(const int&) {
-  Log("MakeMapInt2Prim<int>");
-  return nullptr;
-}
-
-cls_ReadMapInt2Prim<float>* VRKTestMementoRead::MakeMapInt2Prim(const float&) {
-  Log("MakeMapInt2Prim<float>");
-  return nullptr;
-}
-
-cls_ReadMapInt2Prim<double>* VRKTestMementoRead::MakeMapInt2Prim(const double&) {
-  Log("MakeMapInt2Prim<double>");
-  return nullptr;
-}
-
-cls_ReadMapString2Prim<unsigned>* VRKTestMementoRead::MakeMapString2Prim(const unsigned&) {
-  Log("MakeMapString2Prim<unsigned>");
-  return nullptr;
-}
-
-cls_ReadMapString2Prim<cow_String>* VRKTestMementoRead::MakeMapString2Prim(const cow_String&) {
-  Log("MakeMapString2Prim<cow_String>");
-  return nullptr;
-}
-
-cls_ReadMapString2Prim<int>* VRKTestMementoRead::MakeMapString2Prim(const int&) {
-  Log("MakeMapString2Prim<int>");
-  return nullptr;
-}
-
-cls_ReadMapString2Prim<float>* VRKTestMementoRead::MakeMapString2Prim(const float&) {
-  Log("MakeMapString2Prim<float>");
-  return nullptr;
-}
-
-cls_ReadMapString2Prim<double>* VRKTestMementoRead::MakeMapString2Prim(const double&) {
-  Log("MakeMapString2Prim<double>");
-  return nullptr;
-}
-
-cls_AgentListPrim<bool>* VRKTestMementoRead::MakeAgentList(const bool&) {
-  Log("MakeAgentList<bool>");
-  return nullptr;
-}
-
-cls_AgentListPrim<double>* VRKTestMementoRead::MakeAgentList(const double&) {
-  Log("MakeAgentList<double>");
-  return nullptr;
-}
-
-cls_AgentListPrim<float>* VRKTestMementoRead::MakeAgentList(const float&) {
-  Log("MakeAgentList<float>");
-  return nullptr;
-}
-
-cls_AgentListPrim<int>* VRKTestMementoRead::MakeAgentList(const int&) {
-  Log("MakeAgentList<int>");
-  return nullptr;
-}
-
-cls_AgentListPrim<cow_String>* VRKTestMementoRead::MakeAgentList(const cow_String&) {
-  Log("MakeAgentList<cow_String>");
-  return nullptr;
-}
-
-cls_AgentListPrim<unsigned>* VRKTestMementoRead::MakeAgentList(const unsigned&) {
-  Log("MakeAgentList<unsigned>");
-  return nullptr;
+template <class T>
+cls_AgentListPrim<T>* VRKTestMementoRead::Agent(const T& selector) {
+  Log(std::string("MakeAgentList<") + TypeName(selector) + ">");
+  return m_Record.agentData ? new VRKTestAgent<T>(m_Store, m_Record) : nullptr;
 }
 
 cls_AgentBlob* VRKTestMementoRead::MakeAgentBlob() {

@@ -4,6 +4,8 @@
 #include "cls_MetadataRegistrar.h"
 #include "typ_ArchCompTable.h"
 #include "uti_CmdFailedException.h"
+#include "uti_Coord3D.h"
+#include "uti_CoordCont3D.h"
 #include "uti_IOErrorException.h"
 #include "uti_InterruptedException.h"
 #include "uti_OdmException.h"
@@ -62,6 +64,11 @@ void VRKLnuUti_initialize(int& tally) {
   for (cls_MetadataFunction declare : kExceptionMetadata) {
     registrar.initClassMetadata(declare, cls_MetadataRegistrar::kWorking);
   }
+  registrar.initClassMetadata(uti_Coord3D::InitializeMetadata,
+                              cls_MetadataRegistrar::kWorking | cls_MetadataRegistrar::kAuxiliary);
+  registrar.initClassMetadata(uti_CoordCont3D::InitializeMetadata,
+                              cls_MetadataRegistrar::kStored | cls_MetadataRegistrar::kWorking |
+                                  cls_MetadataRegistrar::kAuxiliary);
 }
 
 void VRKLnuUti_finalize(int& tally) {

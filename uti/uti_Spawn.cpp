@@ -17,6 +17,7 @@
 #include "pnt_PrettyPrint.h"
 #include "typ_DebugFlags.h"
 #include "uti_IOErrorException.h"
+#include "utl_PathFinder.h"
 
 extern char** environ;
 
@@ -189,22 +190,6 @@ int WaitReadable(pollfd* fds, int count, int milliseconds) {
     const int ready = ::poll(fds, static_cast<nfds_t>(count), milliseconds);
     if (ready >= 0 || errno != EINTR) return ready;
   }
-}
-
-// The first directory of PATH that holds the file, or empty.
-cow_String SearchPath(const cow_String& file) {
-  const char* list = ::getenv("PATH");
-  if (list == nullptr || file.IsEmpty()) return cow_String();
-  for (const char* start = list; *start != '\0';) {
-    const char* end = std::strchr(start, ':');
-    const int length = end ? static_cast<int>(end - start) : static_cast<int>(std::strlen(start));
-    if (length > 0) {
-      const VRKBasUtlFilePath candidate(cow_String(start, length), file);
-      if (candidate.Exists()) return candidate.PathName();
-    }
-    start += end ? length + 1 : length;
-  }
-  return cow_String();
 }
 
 void CloseDescriptor(int& fd) {
@@ -448,7 +433,7 @@ void uti_Spawn::spawn(const cow_String& command, const VRKBasUtlFilePath& direct
 cow_String uti_Spawn::FindCommand(const cow_String& command) {
   // A path is taken as it is; only a bare name is looked up, with no suffix added.
   if (command.Find("/") < command.Length()) return VRKBasUtlFilePath(command).AbsolutePathName();
-  const cow_String found = SearchPath(command);
+  const cow_String found = utl_PathFinder::getPath("PATH", command, false, false, false);
   if (found.IsEmpty()) {
     NEX_THROW(uti_NotOnPathException(nex_Translate("%s not found in PATH.", command)));
   }

@@ -2,6 +2,7 @@
 
 #include "VRKBasCountedPair.h"
 #include "VRKBasUtlExceptionModel.h"
+#include "utl_CommandLine.h"
 #include "utl_ExceptionFactory.h"
 
 namespace {
@@ -18,5 +19,7 @@ void VRKLnuUtl_initialize(int& tally) {
 
 void VRKLnuUtl_finalize(int& tally) {
   if (!VRKBasCountedLeave(useCount, tally, "utl")) return;
+  utl_CommandLine::Finalize();
+  // The i/o tracking container's singleton goes here, after the command line's.
   factory.Remove();
 }

@@ -3,8 +3,9 @@
 // before it in the library's start order to be up first.
 //
 // Each first start installs a fresh utl_ExceptionFactory as the shared layer's exception model's
-// factory; the last stop withdraws that factory and deletes it. A factory that a client installed
-// in its place meanwhile stays installed, and stays the client's.
+// factory. The last stop destroys the command line (utl_CommandLine), then withdraws that
+// factory and deletes it; a factory that a client installed in its place meanwhile stays
+// installed, and stays the client's.
 #ifndef VRKLNUUTL_H
 #define VRKLNUUTL_H
 
