@@ -110,8 +110,8 @@ VRKChildResult VRKChild::Run() const {
   const int pid = Fork(*this, in, out, err);
   VRKChildResult result;
   Exchange(in[1], out[0], err[0], input, result);
-  for (std::string* output : {&result.out, &result.err})
-    output->erase(0, output->find(kStartMark) + 1);
+  result.out = VRKChildOutput(result.out);
+  result.err = VRKChildOutput(result.err);
   const VRKChildResult status = VRKChildWait(pid);
   result.exitCode = status.exitCode;
   result.signal = status.signal;
@@ -138,6 +138,22 @@ VRKChildResult VRKChildWait(int pid) {
   if (WIFEXITED(status)) result.exitCode = WEXITSTATUS(status);
   if (WIFSIGNALED(status)) result.signal = WTERMSIG(status);
   return result;
+}
+
+VRKChildCommand VRKChildCommandFor(const std::string& role, const std::vector<std::string>& args) {
+  char program[4096];
+  const ssize_t length = readlink("/proc/self/exe", program, sizeof program - 1);
+  VRKChildCommand command;
+  command.program.assign(program, length > 0 ? static_cast<size_t>(length) : 0);
+  command.args = {CurrentTestFilter(), "--gtest_death_test_style=threadsafe"};
+  command.env = {{kRoleVariable, role}, {kArgsVariable, JoinedArgs(args)}};
+  return command;
+}
+
+std::string VRKChildOutput(const std::string& written) {
+  // Without the mark, the role never began: everything is kept for the report.
+  const size_t mark = written.find(kStartMark);
+  return mark == std::string::npos ? written : written.substr(mark + 1);
 }
 
 std::string VRKChildRole() {

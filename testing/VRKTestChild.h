@@ -45,6 +45,20 @@ struct VRKChild {
   std::string input;
 };
 
+// How to run the current test again with `role` from a spawner of the library's own: the
+// program, its arguments and the variables to add to the child's environment. The child's
+// output, as for VRKChild, is what VRKChildOutput leaves of it.
+struct VRKChildCommand {
+  std::string program;
+  std::vector<std::string> args;
+  std::vector<std::pair<std::string, std::string>> env;
+};
+VRKChildCommand VRKChildCommandFor(const std::string& role,
+                                   const std::vector<std::string>& args = {});
+// What a child wrote after its role began: the test program's banners before it are cut
+// (all is kept when the role never began).
+std::string VRKChildOutput(const std::string& written);
+
 // The role this process plays: empty in the test program itself.
 std::string VRKChildRole();
 // The arguments the parent gave the child.

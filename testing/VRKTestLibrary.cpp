@@ -1,11 +1,13 @@
 #include "VRKTestLibrary.h"
 
+#include <dirent.h>
 #include <ftw.h>
 #include <stdlib.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <fstream>
+#include <set>
 #include <sstream>
 #include <thread>
 
@@ -73,4 +75,19 @@ void VRKSetCommandLine(std::vector<std::string> arguments) {
     argv.push_back(&argument[0]);
   argv.push_back(nullptr);
   utl_CommandLineSetup(static_cast<int>(argv.size()) - 1, argv.data());
+}
+
+std::string VRKOpenDescriptors() {
+  DIR* listing = opendir("/proc/self/fd");
+  if (listing == nullptr) return "?";
+  std::set<int> open;
+  while (const dirent* entry = readdir(listing)) {
+    if (entry->d_name[0] != '.') open.insert(atoi(entry->d_name));
+  }
+  open.erase(dirfd(listing));
+  closedir(listing);
+  std::string text;
+  for (int fd : open)
+    text += (text.empty() ? "" : " ") + std::to_string(fd);
+  return text;
 }

@@ -71,4 +71,8 @@ std::vector<std::string> VRKLines(const std::string& text);
 // with utl_CommandLineSetup.
 void VRKSetCommandLine(std::vector<std::string> arguments);
 
+// The descriptors open in this process, in ascending order, as "0 1 2 ..." (the one used to
+// list them left out).
+std::string VRKOpenDescriptors();
+
 #endif  // VRKTESTLIBRARY_H

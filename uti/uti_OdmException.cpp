@@ -1,0 +1,3 @@
+#include "uti_OdmException.h"
+
+uti_OdmException::~uti_OdmException() = default;

@@ -1,0 +1,3 @@
+#include "uti_XypException.h"
+
+uti_XypException::~uti_XypException() = default;
