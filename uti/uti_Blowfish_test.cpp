@@ -21,14 +21,6 @@ Bytes FromHex(const std::string& hex) {
   return bytes;
 }
 
-std::string ToHex(const Bytes& bytes) {
-  static const char kDigits[] = "0123456789ABCDEF";
-  std::string hex;
-  for (unsigned char byte : bytes)
-    hex += {kDigits[byte >> 4], kDigits[byte & 15]};
-  return hex;
-}
-
 class BlowfishTest : public VRKLibraryTest {};
 
 // The published single-block vectors: key, clear text, cipher text.
@@ -73,9 +65,9 @@ TEST_F(BlowfishTest, EncryptsAndDecryptsThePublishedBlocks) {
     const uti_Blowfish cipher(key.data(), key.size());
     Bytes block = FromHex(c[1]);
     cipher.EncryptECB(block.data(), block.size());
-    EXPECT_EQ(ToHex(block), c[2]) << "key " << c[0];
+    EXPECT_EQ(VRKHex(block), c[2]) << "key " << c[0];
     cipher.DecryptECB(block.data(), block.size());
-    EXPECT_EQ(ToHex(block), c[1]) << "key " << c[0];
+    EXPECT_EQ(VRKHex(block), c[1]) << "key " << c[0];
   }
 }
 
@@ -93,7 +85,7 @@ TEST_F(BlowfishTest, TakesKeysOfEveryLengthFromFourBytes) {
   for (size_t length = 4; length <= key.size(); ++length) {
     Bytes block = FromHex("FEDCBA9876543210");
     uti_Blowfish(key.data(), length).EncryptECB(block.data(), block.size());
-    EXPECT_EQ(ToHex(block), expected[length - 4]) << length << " key bytes";
+    EXPECT_EQ(VRKHex(block), expected[length - 4]) << length << " key bytes";
   }
   for (size_t wrong : {size_t{0}, size_t{3}, size_t{57}}) {
     const Bytes longKey(wrong);
@@ -109,15 +101,15 @@ TEST_F(BlowfishTest, ChainsBlocksAsInThePublishedExample) {
   const std::string expected = "6B77B4D63006DEE605B156E27403979358DEB9E7154616D959F1652BD5FF92CC";
   Bytes data = clear, iv = FromHex("FEDCBA9876543210");
   cipher.EncryptCBC(data.data(), data.size(), iv.data());
-  EXPECT_EQ(ToHex(data), expected);
-  EXPECT_EQ(ToHex(iv), expected.substr(48));
+  EXPECT_EQ(VRKHex(data), expected);
+  EXPECT_EQ(VRKHex(iv), expected.substr(48));
 
   // The same chain in two calls, the vector carried from one to the other.
   data = clear;
   iv = FromHex("FEDCBA9876543210");
   cipher.EncryptCBC(data.data(), 8, iv.data());
   cipher.EncryptCBC(data.data() + 8, 24, iv.data());
-  EXPECT_EQ(ToHex(data), expected);
+  EXPECT_EQ(VRKHex(data), expected);
   iv = FromHex("FEDCBA9876543210");
   cipher.DecryptCBC(data.data(), 16, iv.data());
   cipher.DecryptCBC(data.data() + 16, 16, iv.data());

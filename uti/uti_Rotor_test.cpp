@@ -13,14 +13,6 @@ namespace {
 
 using Bytes = std::vector<unsigned char>;
 
-std::string Hex(const Bytes& bytes) {
-  static const char kDigits[] = "0123456789abcdef";
-  std::string hex;
-  for (unsigned char byte : bytes)
-    hex += {kDigits[byte >> 4], kDigits[byte & 15]};
-  return hex;
-}
-
 class RotorTest : public VRKLibraryTest {};
 
 // Cipher texts worked out from the definition by a separate program. The last case runs
@@ -33,22 +25,22 @@ TEST_F(RotorTest, GivesTheKnownCipherTexts) {
     const char* cipher;
     std::vector<int> starts;
   } cases[] = {
-      {"", 1, Bytes(8), "27095ab97265e3ea", {78}},
+      {"", 1, Bytes(8), "27095AB97265E3EA", {78}},
       {"the key",
        6,
        Bytes{'s', 'o', 'm', 'e', ' ', 't', 'e', 'x', 't'},
-       "e4e43771634ff2b0d6",
+       "E4E43771634FF2B0D6",
        {197, 191, 208, 122, 255, 139}},
       {std::string("long key \0 with a zero", 22),
        16,
        Bytes(12, 0xff),
-       "9a895ea0f958078a0f6d6603",
+       "9A895EA0F958078A0F6D6603",
        {201, 4, 85, 43, 214, 176, 206, 228, 234, 251, 15, 70, 197, 236, 222, 68}},
       {"k",
        2,
        Bytes(64),
-       "070ba83b84b879be29927d8d48aa0d440e1ded1879765ce9a8932f26574f3db9820d86e6ab62681e2ff0244f4c"
-       "dbf4dbcf0272565d1da7625fa2e2a3e89f7a41",
+       "070BA83B84B879BE29927D8D48AA0D440E1DED1879765CE9A8932F26574F3DB9820D86E6AB62681E2FF0244F4C"
+       "DBF4DBCF0272565D1DA7625FA2E2A3E89F7A41",
        {207, 117}},
   };
   for (const auto& c : cases) {
@@ -58,7 +50,7 @@ TEST_F(RotorTest, GivesTheKnownCipherTexts) {
       EXPECT_EQ(machine.Rotor(i).Position(), c.starts[i]) << c.key << ", rotor " << i;
     Bytes data = c.clear;
     machine.Encrypt(data.data(), data.size());
-    EXPECT_EQ(Hex(data), c.cipher) << c.key;
+    EXPECT_EQ(VRKHex(data), c.cipher) << c.key;
   }
 }
 
