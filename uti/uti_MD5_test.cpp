@@ -34,12 +34,6 @@ TEST(MD5Test, GivesTheDigestsOfTheStandardsTestSuite) {
               std::string(c.digest))
         << c.message.size() << " bytes";
   }
-  unsigned char digest[uti_MD5::kDigestSize];
-  uti_MD5 md5;
-  md5.Update(cow_String("abc"));
-  md5.Digest(digest);
-  EXPECT_EQ(digest[0], 0x90);
-  EXPECT_EQ(digest[15], 0x72);
 }
 
 // Pieces of every size from 1 to 130 bytes cross the 64-byte blocks and the 56-byte end of
