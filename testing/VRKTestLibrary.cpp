@@ -54,6 +54,14 @@ bool VRKEventually(const std::function<bool()>& condition) {
   return true;
 }
 
+std::string VRKHex(const std::vector<unsigned char>& bytes) {
+  static const char kDigits[] = "0123456789ABCDEF";
+  std::string hex;
+  for (unsigned char byte : bytes)
+    hex += {kDigits[byte >> 4], kDigits[byte & 15]};
+  return hex;
+}
+
 std::string VRKReadFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   std::ostringstream text;

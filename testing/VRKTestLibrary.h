@@ -48,6 +48,9 @@ class VRKScratchDir {
 // Waits up to ten seconds for the condition, looking every millisecond; whether it held.
 bool VRKEventually(const std::function<bool()>& condition);
 
+// The bytes as upper-case hex digits, two a byte.
+std::string VRKHex(const std::vector<unsigned char>& bytes);
+
 // The whole content of a file, empty when it can't be read.
 std::string VRKReadFile(const std::string& path);
 

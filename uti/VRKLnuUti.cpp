@@ -10,6 +10,7 @@
 #include "uti_InterruptedException.h"
 #include "uti_OdmException.h"
 #include "uti_PreCheckFile.h"
+#include "uti_WebBrowser.h"
 #include "uti_XypException.h"
 
 namespace {
@@ -74,7 +75,8 @@ void VRKLnuUti_initialize(int& tally) {
 }
 
 void VRKLnuUti_finalize(int& tally) {
-  VRKBasCountedLeave(useCount, tally, "uti");
+  if (!VRKBasCountedLeave(useCount, tally, "uti")) return;
+  uti_WebBrowser::Finalize();
 }
 
 void uti_formalize() {}
