@@ -44,10 +44,7 @@ TEST(IOmemFilterTest, ReadsAndWritesInterleaveWithTheirOwnCursorsAndGrowByWholeQ
   EXPECT_EQ(back, word);
   EXPECT_STREQ(text, "abc");
   mem_Free(text);
-}
-
-TEST(IOmemFilterTest, AQuantumOfZeroIsRefused) {
-  EXPECT_THAT(
+  EXPECT_THAT(  // a quantum of zero is refused
       [] { bio_IOmemFilter filter(0); },
       ::testing::Throws<omi_FatalError>(::testing::Property(&omi_FatalError::Errno, EINVAL)));
 }

@@ -49,8 +49,9 @@ TEST(IexternalMemFilterTest, EveryReadPastTheEndRaisesAndMovesNothing) {
   EXPECT_THAT([&] { none >> d; }, Truncated("a value of 8 bytes with 0 left"));
 }
 
-// A string's length is held against the bytes left before its block is made.
-TEST(IexternalMemFilterTest, AStringLongerThanTheRestRaisesBeforeAnyAllocation) {
+// A string's length is held against the bytes left before its block is made, and a
+// negative one raises.
+TEST(IexternalMemFilterTest, AStringLongerThanTheRestOrNegativeRaisesBeforeAnyAllocation) {
   char bytes[] = {'\xE8', '\x03', 0, 0, 'a', 'b'};  // 1000 bytes announced, 2 there
   bio_IexternalMemFilter reader(bytes, sizeof bytes);
   char* s = nullptr;
@@ -58,13 +59,9 @@ TEST(IexternalMemFilterTest, AStringLongerThanTheRestRaisesBeforeAnyAllocation) 
   EXPECT_THAT([&] { reader >> s; }, Truncated("a string of 1000 bytes with 2 left"));
   EXPECT_EQ(s, nullptr);
   EXPECT_EQ(mem_Footprint(), footprint);
-}
 
-TEST(IexternalMemFilterTest, ANegativeStringLengthRaises) {
-  char bytes[] = {'\xFF', '\xFF', '\xFF', '\xFF'};
-  bio_IexternalMemFilter reader(bytes, sizeof bytes);
-  char* s = nullptr;
-  EXPECT_THROW(reader >> s, omi_FatalError);
+  char negative[] = {'\xFF', '\xFF', '\xFF', '\xFF'};
+  EXPECT_THROW(bio_IexternalMemFilter(negative, sizeof negative) >> s, omi_FatalError);
   EXPECT_EQ(s, nullptr);
 }
 

@@ -32,9 +32,12 @@ bool operator==(const cow_2DArray<float>& a, const cow_2DArray<float>& b) {
   return std::equal(a.ConstData(), a.ConstData() + a.Rows() * a.Columns(), b.ConstData());
 }
 
-// Writes the value in a field of its own and reads it back: same contents, same identity.
+// Makes the value from its contents, writes it in a field of its own and reads it back: same
+// contents, same identity.
 template <class X, class C>
-void ExpectRoundTrip(VRKTestStore& store, const char* field, const X& value, const C& contents) {
+void ExpectRoundTrip(VRKTestStore& store, const char* field, X (*make)(const C&),
+                     const C& contents) {
+  const X value = make(contents);
   store.WriteField(field, value);
   const X back = store.ReadField<X>(field);
   EXPECT_TRUE(static_cast<const C&>(back) == contents) << field;
@@ -44,23 +47,19 @@ void ExpectRoundTrip(VRKTestStore& store, const char* field, const X& value, con
 using XpListTest = VRKStoreTest;
 
 TEST_F(XpListTest, EveryListClassRoundTrips) {
-  ExpectRoundTrip(store, "i", cls_xpListIntFromCow(List({1, -2})), List({1, -2}));
-  ExpectRoundTrip(store, "f", cls_xpListFloatFromCow(List({0.1f})), List({0.1f}));
-  ExpectRoundTrip(store, "d", cls_xpListDoubleFromCow(List({1e300, -0.5})), List({1e300, -0.5}));
-  ExpectRoundTrip(store, "s", cls_xpListStringFromCow(List<cow_String>({"a b", ""})),
-                  List<cow_String>({"a b", ""}));
-  ExpectRoundTrip(store, "bl", cls_xp1DArrayListBoolFromCow(List({true, false})),
-                  List({true, false}));
-  ExpectRoundTrip(store, "dl", cls_xp1DArrayListDoubleFromCow(List({2.25})), List({2.25}));
-  ExpectRoundTrip(store, "fl", cls_xp1DArrayListFloatFromCow(List({-3.5f})), List({-3.5f}));
-  ExpectRoundTrip(store, "il", cls_xp1DArrayListIntFromCow(List({7, 8, 9})), List({7, 8, 9}));
-  ExpectRoundTrip(store, "sl", cls_xp1DArrayListStringFromCow(List<cow_String>({"x"})),
-                  List<cow_String>({"x"}));
-  ExpectRoundTrip(store, "ul", cls_xp1DArrayListUintFromCow(List({4000000000u})),
-                  List({4000000000u}));
-  ExpectRoundTrip(store, "e", cls_xp1DArrayIntFromCow(cow_List<int>()), cow_List<int>());
-  ExpectRoundTrip(store, "g", cls_xp2DArrayFloatFromCow(Grid(2, 3)), Grid(2, 3));
-  ExpectRoundTrip(store, "g0", cls_xp2DArrayFloatFromCow(Grid(0, 0)), Grid(0, 0));
+  ExpectRoundTrip(store, "i", cls_xpListIntFromCow, List({1, -2}));
+  ExpectRoundTrip(store, "f", cls_xpListFloatFromCow, List({0.1f}));
+  ExpectRoundTrip(store, "d", cls_xpListDoubleFromCow, List({1e300, -0.5}));
+  ExpectRoundTrip(store, "s", cls_xpListStringFromCow, List<cow_String>({"a b", ""}));
+  ExpectRoundTrip(store, "bl", cls_xp1DArrayListBoolFromCow, List({true, false}));
+  ExpectRoundTrip(store, "dl", cls_xp1DArrayListDoubleFromCow, List({2.25}));
+  ExpectRoundTrip(store, "fl", cls_xp1DArrayListFloatFromCow, List({-3.5f}));
+  ExpectRoundTrip(store, "il", cls_xp1DArrayListIntFromCow, List({7, 8, 9}));
+  ExpectRoundTrip(store, "sl", cls_xp1DArrayListStringFromCow, List<cow_String>({"x"}));
+  ExpectRoundTrip(store, "ul", cls_xp1DArrayListUintFromCow, List({4000000000u}));
+  ExpectRoundTrip(store, "e", cls_xp1DArrayIntFromCow, cow_List<int>());
+  ExpectRoundTrip(store, "g", cls_xp2DArrayFloatFromCow, Grid(2, 3));
+  ExpectRoundTrip(store, "g0", cls_xp2DArrayFloatFromCow, Grid(0, 0));
   const cls_xp2DArrayDouble doubles(2, 1);
   store.WriteField("gd", doubles);
   EXPECT_EQ(store.ReadField<cls_xp2DArrayDouble>("gd").Rows(), 2);

@@ -9,6 +9,18 @@
 
 namespace {
 
+// Blocks declared, blocks pinned, their bytes, and bytes unpinned with release type 0 and 1.
+mrm_Consumption Held(int blocks, int pinned, double bytes, double unpinned0 = 0,
+                     double unpinned1 = 0) {
+  mrm_Consumption held;
+  held.numBlocks = blocks;
+  held.numPinned = pinned;
+  held.pinnedBytes = bytes;
+  held.unpinnedBytes0 = unpinned0;
+  held.unpinnedBytes1 = unpinned1;
+  return held;
+}
+
 // Pools started outside the schedule under the job phase, which is open from the start.
 class LargeBlockPoolTest : public VRKLibraryTest {
  protected:
@@ -35,23 +47,18 @@ TEST_F(LargeBlockPoolTest, PinningMovesBytesBetweenTheFigures) {
   EXPECT_EQ(m_Pool->GetPointer(id), nullptr);  // declared, no memory yet
   EXPECT_FALSE(m_Pool->Acquire(id));
   std::memset(m_Pool->GetPointer(id), 1, m_Pool->GetSize(id));
-  EXPECT_EQ(Figures().pinnedBytes, 131072);
+  EXPECT_EQ(Figures(), Held(1, 1, 131072));
   EXPECT_FALSE(m_Pool->Unpin(id, mrm_ReleaseType1));
   EXPECT_EQ(m_Pool->GetPointer(id), nullptr);
-  EXPECT_EQ(Figures().numPinned, 0);
-  EXPECT_EQ(Figures().pinnedBytes, 0);
-  EXPECT_EQ(Figures().unpinnedBytes1, 131072);
+  EXPECT_EQ(Figures(), Held(1, 0, 0, 0, 131072));
   EXPECT_FALSE(m_Pool->Pin(id));
-  EXPECT_EQ(Figures().numPinned, 1);
-  EXPECT_EQ(Figures().unpinnedBytes1, 0);
+  EXPECT_EQ(Figures(), Held(1, 1, 131072));
   m_Pool->Unpin(id, mrm_ReleaseType0);
-  EXPECT_EQ(Figures().unpinnedBytes0, 131072);
+  EXPECT_EQ(Figures(), Held(1, 0, 0, 131072));
   EXPECT_FALSE(m_Pool->Discard(id));
-  mrm_Consumption expected;
-  expected.numBlocks = 1;
-  EXPECT_EQ(Figures(), expected);
+  EXPECT_EQ(Figures(), Held(1, 0, 0));
   EXPECT_EQ(Figures().peakPinnedBytes, 131072);
-  EXPECT_EQ(mrm_Manager::Instance().ConstGetJobConsumption(), expected);
+  EXPECT_EQ(mrm_Manager::Instance().ConstGetJobConsumption(), Held(1, 0, 0));
 
   EXPECT_FALSE(m_Pool->Acquire(id));  // a discarded block can be acquired again
   EXPECT_FALSE(m_Pool->Release(id));
@@ -102,11 +109,7 @@ TEST_F(LargeBlockPoolTest, TransferMovesABlockBetweenPools) {
   EXPECT_TRUE(mrm_LargeBlockPool::TransferMemory(pinned, *m_Pool, *other));
   EXPECT_TRUE(mrm_LargeBlockPool::TransferMemory(unpinned, *m_Pool, *other));
   EXPECT_TRUE(Figures().IsZero());
-  mrm_Consumption moved;
-  moved.numBlocks = 2;
-  moved.numPinned = 1;
-  moved.pinnedBytes = moved.unpinnedBytes0 = 65536;
-  EXPECT_EQ(mrm_GetConsumption(*other), moved);
+  EXPECT_EQ(mrm_GetConsumption(*other), Held(2, 1, 65536, 65536));
   EXPECT_EQ(mrm_Manager::Instance().ConstGetJobConsumption(), job);
   other->Release(pinned);
   other->Release(unpinned);

@@ -13,6 +13,7 @@ class ExceptionFactoryTest : public VRKLibraryTest {};
 TEST_F(ExceptionFactoryTest, RegexErrorsRaiseTheLibrarysErrorsAtTheFactorysSite) {
   try {
     VRKBasExceptionModel::RaisePatternError(4, "missing )");
+    FAIL() << "returned";
   } catch (const VRKLnuRgxPatternException& error) {
     EXPECT_EQ(error.AsString(), "rgx_match: error in regex at offset 4: missing )");
     EXPECT_EQ(error.DynTypeId(), 0x1F0002u);  // it persists as a text error
@@ -24,6 +25,7 @@ TEST_F(ExceptionFactoryTest, RegexErrorsRaiseTheLibrarysErrorsAtTheFactorysSite)
   }
   try {
     VRKBasExceptionModel::RaiseExecError(-7);
+    FAIL() << "returned";
   } catch (const VRKLnuRgxExecException& error) {
     EXPECT_EQ(error.AsString(), "rgx_match: exec error: -7");
     EXPECT_EQ(error.FromLine(), 21);

@@ -33,17 +33,14 @@ class Leveled : public thr_ThreadSingleton<Leveled<kLevel>> {
   bool m_InPool;
 };
 
-class Job : public VRKBasAtiThreadTask {
+// Runs a function on a pool thread.
+class Task : public VRKBasAtiThreadTask {
  public:
-  explicit Job(std::atomic<bool>& done) : m_Done(done) {}
-  void Run(int) override {
-    Leveled<4>::Instance();
-    Leveled<16>::Instance();
-    m_Done = true;
-  }
+  explicit Task(std::function<void()> run) : m_Run(std::move(run)) {}
+  void Run(int) override { m_Run(); }
 
  private:
-  std::atomic<bool>& m_Done;
+  std::function<void()> m_Run;
 };
 
 // A full start, stop and start again, with `footprint` what the memory layer holds while
@@ -57,25 +54,6 @@ thr_ThreadPool& Restart(int& tally, unsigned long& footprint, int threads) {
   pool.AddThreads(threads);
   return pool;
 }
-
-// Runs a function once `release` is set, after marking that it started.
-class Late : public VRKBasAtiThreadTask {
- public:
-  Late(std::atomic<bool>& started, std::atomic<bool>& release, std::function<void()> run)
-      : m_Started(started), m_Release(release), m_Run(std::move(run)) {}
-  void Run(int) override {
-    m_Run();  // before the stop
-    m_Started = true;
-    while (!m_Release)
-      std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    m_Run();  // after it
-  }
-
- private:
-  std::atomic<bool>& m_Started;
-  std::atomic<bool>& m_Release;
-  std::function<void()> m_Run;
-};
 
 // Threads that the pool leaves running at its end (a task handed over with noJoin, or every
 // thread once the error condition is set) finish after the whole library has stopped. What
@@ -103,7 +81,15 @@ TEST(ThrPackageTest, ThreadsLeftRunningFinishAfterAFullStop) {
     thr_ThreadPool& pool = Restart(tally, footprint, 2);
     std::atomic<bool> started{false};
     std::atomic<bool> release{false};
-    ASSERT_TRUE(pool.RunTask(new Late(started, release, late.run), !late.errorCondition));
+    // The function runs before the stop, then, once `release` is set, after it.
+    const auto runLate = [&started, &release, run = late.run] {
+      run();
+      started = true;
+      while (!release)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      run();
+    };
+    ASSERT_TRUE(pool.RunTask(new Task(runLate), !late.errorCondition));
     ASSERT_TRUE(VRKEventually([&] { return started.load(); }));
     pool.SetErrorCondition(late.errorCondition);
     VRKLnuBasicUtils_finalize(tally);
@@ -122,7 +108,11 @@ TEST(ThrPackageTest, StopDestroysThreadObjectsInLevelOrderAndGivesEverythingBack
   EXPECT_STREQ(name, "MULTI_THREADED_POSIX");
   mem_Free(name);
   std::atomic<bool> done{false};
-  ASSERT_TRUE(pool.RunTask(new Job(done)));
+  ASSERT_TRUE(pool.RunTask(new Task([&done] {
+    Leveled<4>::Instance();
+    Leveled<16>::Instance();
+    done = true;
+  })));
   ASSERT_TRUE(VRKEventually([&] { return done.load(); }));
   Leveled<16>::Instance();
   Leveled<4>::Instance();

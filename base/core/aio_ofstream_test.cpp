@@ -11,9 +11,13 @@
 
 namespace {
 
-TEST(FileStreamTest, WritesTruncatesAndAppends) {
+class FileStreamTest : public ::testing::Test {
+ protected:
   VRKScratchDir dir;
   const std::string name = dir.File("out.txt");
+};
+
+TEST_F(FileStreamTest, WritesTruncatesAndAppends) {
   {
     aio_ofstream file(name.c_str());
     ASSERT_TRUE(file.is_open());
@@ -33,9 +37,7 @@ TEST(FileStreamTest, WritesTruncatesAndAppends) {
   EXPECT_EQ(VRKReadFile(name), "over");
 }
 
-TEST(FileStreamTest, LargeOutputPassesTheBufferInOrder) {
-  VRKScratchDir dir;
-  const std::string name = dir.File("big.txt");
+TEST_F(FileStreamTest, LargeOutputPassesTheBufferInOrder) {
   std::string expected;
   {
     aio_ofstream file(name.c_str());
@@ -52,9 +54,7 @@ TEST(FileStreamTest, LargeOutputPassesTheBufferInOrder) {
   EXPECT_EQ(VRKReadFile(name), expected);
 }
 
-TEST(FileStreamTest, SeekpRewritesInPlace) {
-  VRKScratchDir dir;
-  const std::string name = dir.File("seek.txt");
+TEST_F(FileStreamTest, SeekpRewritesInPlace) {
   {
     aio_ofstream file(name.c_str());
     file << "0123456789";
@@ -65,7 +65,7 @@ TEST(FileStreamTest, SeekpRewritesInPlace) {
   EXPECT_EQ(VRKReadFile(name), "01ab45678Z");
 }
 
-TEST(FileStreamTest, FailuresLeaveTheStreamFailedAndQuiet) {
+TEST_F(FileStreamTest, FailuresLeaveTheStreamFailedAndQuiet) {
   aio_ofstream missing("/nonexistent-directory/file.txt");
   EXPECT_FALSE(missing.is_open());
   EXPECT_TRUE(missing.fail());
@@ -80,9 +80,7 @@ TEST(FileStreamTest, FailuresLeaveTheStreamFailedAndQuiet) {
   EXPECT_FALSE(full.close());
 }
 
-TEST(FileStreamTest, AttachedDescriptorIsFlushedButNotClosed) {
-  VRKScratchDir dir;
-  const std::string name = dir.File("fd.txt");
+TEST_F(FileStreamTest, AttachedDescriptorIsFlushedButNotClosed) {
   const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
   ASSERT_GE(descriptor, 0);
   {
@@ -94,7 +92,7 @@ TEST(FileStreamTest, AttachedDescriptorIsFlushedButNotClosed) {
   EXPECT_EQ(VRKReadFile(name), "through a descriptor!");
 }
 
-TEST(FileStreamTest, StandardErrorReachesItsDescriptorAtOnce) {
+TEST_F(FileStreamTest, StandardErrorReachesItsDescriptorAtOnce) {
   ::testing::internal::CaptureStderr();
   aio_cerr << "unit-buffered " << 7;
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "unit-buffered 7");

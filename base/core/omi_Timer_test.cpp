@@ -12,7 +12,7 @@ TEST(TimerTest, AddsUpTheRunningSpansOnly) {
   omi_Timer timer;
   EXPECT_EQ(timer.GetElapsedTime(), 0.0);
   timer.Start();
-  VRKBasUtlsleep(30);
+  EXPECT_EQ(VRKBasUtlsleep(30), 0);  // sleeps at least the time asked
   timer.Stop();
   const double first = timer.GetElapsedTime();
   EXPECT_GE(first, 0.030);

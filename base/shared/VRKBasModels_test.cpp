@@ -1,4 +1,5 @@
 // The models through which the lower layers raise errors of the library above them.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "VRKBasExceptionModel.h"
@@ -6,6 +7,13 @@
 #include "omi_FatalError.h"
 
 namespace {
+
+using ::testing::AllOf;
+using ::testing::Field;
+using ::testing::Ne;
+using ::testing::Property;
+using ::testing::StrEq;
+using ::testing::Throws;
 
 struct PatternRaised {
   int offset;
@@ -17,34 +25,25 @@ class TestFactory : public VRKBasExceptionFactory {
   void RaiseExecError(int) override {}  // returns: the model must still raise
 };
 
-TEST(ExceptionModelTest, RaisesThroughTheFactoryOrAsFatalError) {
-  try {
-    VRKBasExceptionModel::RaisePatternError(4, "missing )");
-  } catch (const omi_FatalError& error) {
-    EXPECT_STREQ(error.Text(), "regular expression error at offset 4: missing )");
-    EXPECT_NE(error.Errno(), 0);
-  }
+auto FatalError(const char* text, ::testing::Matcher<int> errorNumber) {
+  return Throws<omi_FatalError>(AllOf(Property(&omi_FatalError::Text, StrEq(text)),
+                                      Property(&omi_FatalError::Errno, errorNumber)));
+}
 
+TEST(ExceptionModelTest, RaisesThroughTheFactoryOrAsFatalError) {
+  EXPECT_THAT([] { VRKBasExceptionModel::RaisePatternError(4, "missing )"); },
+              FatalError("regular expression error at offset 4: missing )", Ne(0)));
   TestFactory factory;
   EXPECT_TRUE(VRKBasExceptionModel::setBehavior(&factory));
-  try {
-    VRKBasExceptionModel::RaisePatternError(9, "x");
-    ADD_FAILURE() << "returned";
-  } catch (const PatternRaised& raised) {
-    EXPECT_EQ(raised.offset, 9);
-  }
+  EXPECT_THAT([] { VRKBasExceptionModel::RaisePatternError(9, "x"); },
+              Throws<PatternRaised>(Field(&PatternRaised::offset, 9)));
   EXPECT_THROW(VRKBasExceptionModel::RaiseExecError(3), omi_FatalError);
   VRKBasExceptionModel::setBehavior(nullptr);
 }
 
 TEST(ExceptionModelTest, SharedLayerRaisesSystemErrorsWithTheirText) {
-  try {
-    VRKBasUtlExceptionModel::RaiseSystemError(cow_SystemErrorCode(ENOENT));
-    ADD_FAILURE() << "returned";
-  } catch (const omi_FatalError& error) {
-    EXPECT_STREQ(error.Text(), "No such file or directory");
-    EXPECT_EQ(error.Errno(), ENOENT);
-  }
+  EXPECT_THAT([] { VRKBasUtlExceptionModel::RaiseSystemError(cow_SystemErrorCode(ENOENT)); },
+              FatalError("No such file or directory", ENOENT));
 }
 
 }  // namespace

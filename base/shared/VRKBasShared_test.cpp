@@ -68,11 +68,4 @@ TEST(PlatformTest, NamesTheMachineAndCountsItsProcessors) {
   EXPECT_GE(utl_getCpusClockSpeedBase(), 0);
 }
 
-TEST(PlatformTest, SleepWaitsAtLeastTheTimeAsked) {
-  omi_Timer timer;
-  timer.Start();
-  EXPECT_EQ(VRKBasUtlsleep(50), 0);
-  EXPECT_GE(timer.GetElapsedTime(), 0.050);
-}
-
 }  // namespace

@@ -18,11 +18,15 @@ std::string Cwd() {
   return ::getcwd(buffer, sizeof buffer);
 }
 
+VRKBasUtlFilePath Path(const char* directory, const char* file) {
+  return VRKBasUtlFilePath(cow_String(directory), cow_String(file));
+}
+
 TEST(FilePathTest, JoinsAndSplits) {
-  EXPECT_EQ(VRKBasUtlFilePath(cow_String("out"), cow_String("run.log")).PathName(), "out/run.log");
-  EXPECT_EQ(VRKBasUtlFilePath(cow_String("out/"), cow_String("run.log")).PathName(), "out/run.log");
-  EXPECT_EQ(VRKBasUtlFilePath(cow_String(""), cow_String("run.log")).PathName(), "run.log");
-  EXPECT_EQ(VRKBasUtlFilePath(cow_String("dir"), cow_String("")).PathName(), "dir");
+  EXPECT_EQ(Path("out", "run.log").PathName(), "out/run.log");
+  EXPECT_EQ(Path("out/", "run.log").PathName(), "out/run.log");
+  EXPECT_EQ(Path("", "run.log").PathName(), "run.log");
+  EXPECT_EQ(Path("dir", "").PathName(), "dir");
   EXPECT_EQ(VRKBasUtlFilePath().PathName(), "");
 
   const VRKBasUtlFilePath split(cow_String("/data/job/model.dat"));
@@ -34,14 +38,11 @@ TEST(FilePathTest, JoinsAndSplits) {
 
 TEST(FilePathTest, AbsoluteFormsResolveTheText) {
   const std::string cwd = Cwd();
-  EXPECT_EQ(VRKBasUtlFilePath(cow_String("a/./b/../c"), cow_String("f")).AbsolutePathName(),
-            (cwd + "/a/c/f").c_str());
-  EXPECT_EQ(VRKBasUtlFilePath(cow_String("/x//y/.."), cow_String("z")).AbsolutePathName(), "/x/z");
-  EXPECT_EQ(VRKBasUtlFilePath(cow_String("/.."), cow_String("")).AbsolutePathName(), "/");
-  EXPECT_EQ(VRKBasUtlFilePath(cow_String(""), cow_String("f")).AbsoluteDirectoryPath(),
-            cwd.c_str());
-  EXPECT_EQ(VRKBasUtlFilePath(cow_String("/a/b/"), cow_String("f")).AbsoluteDirectoryPath(),
-            "/a/b");
+  EXPECT_EQ(Path("a/./b/../c", "f").AbsolutePathName(), (cwd + "/a/c/f").c_str());
+  EXPECT_EQ(Path("/x//y/..", "z").AbsolutePathName(), "/x/z");
+  EXPECT_EQ(Path("/..", "").AbsolutePathName(), "/");
+  EXPECT_EQ(Path("", "f").AbsoluteDirectoryPath(), cwd.c_str());
+  EXPECT_EQ(Path("/a/b/", "f").AbsoluteDirectoryPath(), "/a/b");
 }
 
 TEST(FilePathTest, AsksTheSystemAboutTheFile) {

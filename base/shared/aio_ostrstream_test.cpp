@@ -29,7 +29,7 @@ TEST_F(StreamFormatTest, DefaultFormsOfTextNumbersPointersAndManipulators) {
             "0.1 1.5e+09 100000 1e+06 2 0.333333 -0 (nil)");
 }
 
-TEST_F(StreamFormatTest, FlagsSelectNotationBaseAndSign) {
+TEST_F(StreamFormatTest, FlagsSelectNotationBaseAndSignAndSettersReturnTheOldFlags) {
   m_Stream.setf(aio_ios::fixed, aio_ios::floatfield);
   m_Stream.precision(2);
   m_Stream << 3.14159 << ' ' << 1e20 << ' ';
@@ -45,9 +45,9 @@ TEST_F(StreamFormatTest, FlagsSelectNotationBaseAndSign) {
   m_Stream.flags(aio_ios::showpos);
   m_Stream << 5 << ' ' << 0.5;
   EXPECT_EQ(Text(), "3.14 100000000000000000000.00 1.23E+03 2.0 0xff 0xffffffff 10 +5 +0.5");
-}
 
-TEST_F(StreamFormatTest, FlagSettersReturnTheOldFlags) {
+  // The setters return the old flags.
+  m_Stream.flags(0);
   EXPECT_EQ(m_Stream.setf(aio_ios::left), 0);
   EXPECT_EQ(m_Stream.setf(aio_ios::hex, aio_ios::basefield), aio_ios::left);
   EXPECT_EQ(m_Stream.unsetf(aio_ios::left), aio_ios::left | aio_ios::hex);
