@@ -1,0 +1,5 @@
+#include "sto_Transfer.h"
+
+#include <gtest/gtest.h>
+
+#include "VRKTestLibrary.h"
