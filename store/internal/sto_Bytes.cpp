@@ -123,6 +123,7 @@ T sto_Input::Get(size_t position, size_t& next, const char* what) const {
 
 template <class T>
 void sto_Input::GetArray(size_t position, int count, T* values, const char* what) const {
+  if (count < 1) return;
   if (kLittleEndianHost && !std::is_same<T, cow_String>::value && !std::is_same<T, bool>::value) {
     Require(position, sizeof(T) * static_cast<size_t>(count), what);
     std::memcpy(static_cast<void*>(values), m_Begin + position,

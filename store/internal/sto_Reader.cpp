@@ -287,7 +287,9 @@ class ListCursorBase : public cls_ReadListPrim<T> {
   ListCursorBase(sto_ReadSession* session, const sto_Item& item)
       : m_Width(static_cast<int32_t>(session->In().U32(item.begin + 1, "list width"))),
         m_Size(CountOf(session, item, 9, sto_SizeOfKind(sto_KindOf<T>::kTag))),
-        m_Entries(session, item, 9, m_Size) {}
+        m_Entries(session, item, 9, m_Size) {
+    if (m_Width < 0) session->Fail(item.start, nex_Translate("a list of width %d", m_Width));
+  }
   int Size() override { return m_Size; }
   int RowLength() override { return m_Width; }
   int HasMore() override { return m_Entries.HasMore(); }
