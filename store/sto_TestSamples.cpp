@@ -262,19 +262,23 @@ const std::vector<VRKStoreSample>& VRKStoreSamples() {
   return samples;
 }
 
+// The node's fields, made once: a node is small, and the handles would cost it more than its
+// values.
+const cls_FieldHandle kId(0, "id"), kWeight(1, "weight"), kName(2, "name"), kNext(3, "next");
+
 VRKStoreNode::VRKStoreNode(const cls_ReadVisitor& visitor)
-    : id(visitor.Read(cls_FieldHandle(0, "id"), -1)),
-      weight(visitor.Read(cls_FieldHandle(1, "weight"), 0.0)),
-      name(visitor.Read(cls_FieldHandle(2, "name"), cow_String())),
-      next(sto_ReadPointer<VRKStoreNode>(visitor, cls_FieldHandle(3, "next"))),
+    : id(visitor.Read(kId, -1)),
+      weight(visitor.Read(kWeight, 0.0)),
+      name(visitor.Read(kName, cow_String())),
+      next(sto_ReadPointer<VRKStoreNode>(visitor, kNext)),
       uid(visitor.GetUid()) {}
 
 void VRKStoreNode::DBWrite(const cls_WriteVisitor& visitor) const {
   if (!visitor.StartWrite(TypeId(), uid)) return;
-  visitor.Write(cls_FieldHandle(0, "id"), id);
-  visitor.Write(cls_FieldHandle(1, "weight"), weight);
-  visitor.Write(cls_FieldHandle(2, "name"), name);
-  sto_WritePointer(visitor, cls_FieldHandle(3, "next"), next);
+  visitor.Write(kId, id);
+  visitor.Write(kWeight, weight);
+  visitor.Write(kName, name);
+  sto_WritePointer(visitor, kNext, next);
 }
 
 VRKStoreGraph::VRKStoreGraph(int count) {

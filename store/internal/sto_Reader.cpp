@@ -538,11 +538,7 @@ sto_ReadSession::sto_ReadSession(const cow_String& bytes, const cls_ClassRegistr
   }
 }
 
-sto_ReadSession::~sto_ReadSession() {
-  for (uint32_t i = 0; i < m_NumberCount; ++i)
-    delete m_Numbers[i].uid;
-  mem_Free(m_Numbers);
-}
+sto_ReadSession::~sto_ReadSession() = default;
 
 cls_MementoRead* sto_ReadSession::NewRoot() {
   Enter(0, m_RecordBegin);
@@ -629,9 +625,7 @@ cls_MementoRead* sto_ReadSession::ObjectOf(const sto_Item& item) {
 
 cls_Uid sto_ReadSession::Uid(uint32_t number) {
   if (number == 0) return cls_Uid();
-  Number& entry = Entry(number, m_RecordBegin);
-  if (entry.uid == nullptr) entry.uid = new cls_Uid;
-  return *entry.uid;
+  return Entry(number, m_RecordBegin).uid;
 }
 
 template <class T>
@@ -665,27 +659,15 @@ void sto_ReadSession::Enter(uint32_t number, size_t definition) {
 
 void sto_ReadSession::Leave(uint32_t number) {
   --m_Depth;
-  if (number != 0) --m_Numbers[number - 1].open;
+  if (number != 0) --m_Numbers[static_cast<int>(number) - 1].open;
 }
 
 sto_ReadSession::Number& sto_ReadSession::Entry(uint32_t number, size_t where) {
   // Numbers are given from 1 up, one per object, and an object takes more than 12 bytes.
   if (number == 0 || number > (m_RecordEnd - m_RecordBegin) / kObjectHead)
     Fail(where, nex_Translate("an object number of %d", static_cast<int>(number)));
-  if (number > m_NumberCount) {
-    uint32_t count = m_NumberCount ? m_NumberCount : 64;
-    while (count < number)
-      count *= 2;
-    Number* numbers = static_cast<Number*>(mem_OperatorNewThrow(sizeof(Number) * count));
-    if (m_NumberCount)
-      std::memcpy(static_cast<void*>(numbers), m_Numbers, sizeof(Number) * m_NumberCount);
-    for (uint32_t i = m_NumberCount; i < count; ++i)
-      numbers[i] = {nullptr, 0, 0, nullptr};
-    mem_Free(m_Numbers);
-    m_Numbers = numbers;
-    m_NumberCount = count;
-  }
-  return m_Numbers[number - 1];
+  if (number > static_cast<uint32_t>(m_Numbers.Count())) m_Numbers.Resize(static_cast<int>(number));
+  return m_Numbers[static_cast<int>(number) - 1];
 }
 
 size_t sto_ReadSession::FindDefinition(size_t begin, size_t end, uint32_t number, int depth) const {

@@ -22,6 +22,7 @@
 #include "cow_List.h"
 #include "sto_Bytes.h"
 #include "sto_Extent.h"
+#include "sto_Stack.h"
 
 // One item of a record: its tag, where it starts, and its payload's bounds.
 struct sto_Item {
@@ -76,10 +77,10 @@ class sto_ReadSession {
 
  private:
   struct Number {
-    cls_Uid* uid;
-    size_t definition;  // the payload of the object stored first under it; 0 until known
-    int open;           // mementos open on it
-    void* built;        // the object built for it as a shared pointer
+    cls_Uid uid;            // shared by every record of the number
+    size_t definition = 0;  // the item of the object stored first under it; 0 until known
+    int open = 0;           // mementos open on it
+    void* built = nullptr;  // the object built for it as a shared pointer
   };
   Number& Entry(uint32_t number, size_t where);
   // The payload of the first object stored under `number` in [begin, end), or 0.
@@ -91,8 +92,7 @@ class sto_ReadSession {
   const cls_ClassRegistrar* m_Registrar;
   size_t m_RecordBegin;
   size_t m_RecordEnd;
-  Number* m_Numbers = nullptr;
-  uint32_t m_NumberCount = 0;
+  sto_Stack<Number> m_Numbers;
   int m_Depth = 0;
   struct Extent {
     unsigned kind;

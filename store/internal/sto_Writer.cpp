@@ -404,7 +404,7 @@ void sto_WriteSession::Open(sto_OpenItem* item, const sto_OpenItem* parent, sto_
   m_Out.PutString(name);
   item->m_LengthAt = m_Out.Size();
   m_Out.PutU32(0);
-  m_Open.Append(item);
+  m_Open.Push(item);
 }
 
 void sto_WriteSession::Settle(const sto_OpenItem* item) {
@@ -413,11 +413,11 @@ void sto_WriteSession::Settle(const sto_OpenItem* item) {
 }
 
 void sto_WriteSession::CloseTop() {
-  sto_OpenItem* item = m_Open.ConstGet(m_Open.Count() - 1);
+  sto_OpenItem* item = m_Open.Top();
   item->Closing();
   m_Out.PatchU32(item->m_LengthAt, static_cast<uint32_t>(m_Out.Size() - item->m_LengthAt - 4));
   item->m_Open = false;
-  m_Open.Resize(m_Open.Count() - 1);
+  m_Open.Pop();
 }
 
 void sto_WriteSession::ItemHead(sto_Tag tag, const cow_String& name, uint32_t length) {
@@ -477,13 +477,14 @@ uint32_t sto_WriteSession::Number(const cls_Uid& uid, bool& seen) {
     }
   seen = false;
   m_Slots[at] = {key, ++m_Numbers};
-  m_Seen.Append(uid);
+  m_Seen.Push(uid);
   return m_Numbers;
 }
 
 uint32_t sto_WriteSession::Hash(const void* key) const {
-  const uint64_t bits = reinterpret_cast<uintptr_t>(key) * 0x9E3779B97F4A7C15ull;
-  return static_cast<uint32_t>(bits >> 32) & m_SlotMask;
+  uint64_t bits = reinterpret_cast<uintptr_t>(key);
+  bits = (bits ^ (bits >> 33)) * 0xFF51AFD7ED558CCDull;
+  return static_cast<uint32_t>(bits ^ (bits >> 33)) & m_SlotMask;
 }
 
 int sto_WriteSession::Version(unsigned classId) {

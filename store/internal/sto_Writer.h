@@ -25,6 +25,7 @@
 #include "cow_List.h"
 #include "sto_Bytes.h"
 #include "sto_Extent.h"
+#include "sto_Stack.h"
 
 class sto_WriteSession;
 
@@ -88,7 +89,7 @@ class sto_WriteSession {
   const cls_ClassRegistrar* m_Registrar;
   sto_Output m_Out;
   size_t m_RecordLengthAt;
-  cow_List<sto_OpenItem*> m_Open;
+  sto_Stack<sto_OpenItem*> m_Open;
   cow_List<sto_ExtentHld> m_Extents;
   // Identities by address in an open-addressed table of (key, number) pairs.
   struct Slot {
@@ -98,7 +99,7 @@ class sto_WriteSession {
   Slot* m_Slots = nullptr;
   uint32_t m_SlotMask = 0;
   uint32_t m_Numbers = 0;
-  cow_List<cls_Uid> m_Seen;  // holds each identity, so that none is reused while the table has it
+  sto_Stack<cls_Uid> m_Seen;  // holds each identity, so that none is reused while the table has it
   unsigned m_LastClass = 0;
   int m_LastVersion = 0;
 };
