@@ -22,6 +22,7 @@ function(vrk_package)
   set(scope PUBLIC)
   if(arg_SOURCES)
     add_library(${target} OBJECT ${arg_SOURCES})
+    set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
   else()
     add_library(${target} INTERFACE)
     set(scope INTERFACE)
@@ -46,6 +47,8 @@ function(vrk_package)
     add_executable(${name}_tests ${arg_TESTS})
     target_link_libraries(${name}_tests PRIVATE ${arg_LIBRARY} VRKLnuBasicUtils VRKTesting
                                                 GTest::gmock_main)
+    # GoogleTest's headers are parsed once for all the test programs (see testing/).
+    target_precompile_headers(${name}_tests REUSE_FROM VRKTesting)
     gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST
                          PROPERTIES LABELS ${name} ENVIRONMENT "VRK_TEST_FOLDER=${name}")
   endif()

@@ -1,12 +1,19 @@
 // The library's main example: a job of three steps that plans its memory before it runs.
 //
-//   job_example [-memory <MB>]
+//   job_example [-memory <MB>] [-tmpdir <directory>]
 //
 // It declares its phases and pools with the peak memory of each pool under its ways of
 // working, has the plan analysed, prints the plan, picks the richest milestone whose peak fits
 // the memory budget (64 MB unless -memory says otherwise), finalizes on it, and then runs the
 // steps through mrm_Manager with real allocations from the pools, printing what the job used
 // against what it planned.
+//
+// With LUN_RESOURCE_MONITOR set, the run keeps a resource log, job_example.use, with a mark
+// at the start of each phase, after its computation and at its end, and a timer for each
+// step. With -tmpdir, SCRATCH or TMPDIR naming a directory, each phase also spills its blocks
+// to a temporary file there and reads them back, as a solver short of memory would; with
+// LUN_IO_TRACK set, that traffic goes to the i/o reports (ioTotal, ioFileSummary, ...) in
+// the working directory, with a row at each mark.
 #include <VRKLnuBasicUtils/VRKLnuBasicUtils.h>
 
 #include <cstdlib>
@@ -184,6 +191,20 @@ void StartPools(const PhasePlan& phase, bool isJob, Held& held) {
   }
 }
 
+// The phase's computation: passes over each of its blocks that read and write every word, so
+// that each phase takes time in proportion to the memory it holds.
+void Compute(Held& held) {
+  constexpr int kPasses = 150;
+  for (auto& [pool, id] : held.blocks) {
+    if (pool->GetPointer(id) == nullptr) continue;
+    auto* words = static_cast<unsigned long long*>(pool->GetPointer(id));
+    const size_t count = static_cast<size_t>(pool->GetSize(id)) / sizeof *words;
+    for (int pass = 0; pass < kPasses; ++pass)
+      for (size_t i = 0; i < count; ++i)
+        words[i] = words[i] * 3 + static_cast<unsigned long long>(pass);
+  }
+}
+
 void GiveBack(Held& held) {
   for (auto& piece : held.pieces)
     piece.first->Free(piece.second);
@@ -195,15 +216,59 @@ void GiveBack(Held& held) {
     mrm_LargeBlockPoolFactory::Shutdown(pool);
 }
 
+// A mark in the resource log and in the i/o reports, for whichever is on.
+void Mark(const cow_String& text) {
+  utl_ResourceMonitor::Instance().Mark(text);
+  utl_IOTracker_Mark(text.c_str());
+}
+
+// Writes the blocks to a temporary file and reads them back, telling the i/o tracker. Without
+// a scratch directory there is nothing to do.
+void Spill(const Held& held, int id) {
+  if (held.blocks.empty()) return;
+  try {
+    utl_TempFile scratch(".spill");
+    utl_File file(scratch.Name(), utl_AccessWrite, utl_ShareDefault);
+    utl_IOTracker* tracker = utl_IOTracker_Container::Instance().GetTracker();
+    if (tracker != nullptr) tracker->RegisterFile(scratch.Name().c_str(), id);
+    for (bool write : {true, false}) {
+      file.Seek(0);
+      for (const auto& [pool, block] : held.blocks) {
+        char* memory = static_cast<char*>(pool->GetPointer(block));
+        if (memory == nullptr) continue;
+        if (tracker != nullptr) write ? tracker->BeginWrite(id) : tracker->BeginRead(id);
+        const int bytes = write ? file.Write(memory, pool->GetSize(block))
+                                : file.Read(memory, pool->GetSize(block));
+        if (tracker != nullptr) write ? tracker->EndWrite(id, bytes) : tracker->EndRead(id, bytes);
+      }
+    }
+  } catch (const utl_TempFileCantExc&) {
+  }
+}
+
+// The phase's name in the resource log.
+cow_String PhaseName(const PhasePlan& phase) {
+  if (phase.step == 0) return kNames[phase.name];
+  cow_String name("step ");
+  name += cow_String(phase.step);
+  return name;
+}
+
 // Runs a phase and its children one after the other, with its pools held throughout.
 void RunPhase(const PhasePlan& phase, bool isJob) {
   mrm_Manager& manager = mrm_Manager::Instance();
+  utl_ResourceMonitor& monitor = utl_ResourceMonitor::Instance();
   const mrm_Label label = phase.Label();
   if (!isJob) manager.BeginPhase(label);
+  Mark(PhaseName(phase) + " begins");
+  if (phase.step > 0) monitor.StartTimer(phase.step, PhaseName(phase));
   Held held;
   StartPools(phase, isJob, held);
   for (const PhasePlan& child : phase.children)
     RunPhase(child, false);
+  Compute(held);
+  Mark(PhaseName(phase) + " computed");
+  Spill(held, phase.step > 0 ? phase.step : 10 + phase.name);
   if (phase.step > 0) {
     const mrm_Consumption used = manager.ConstGetJobConsumption();
     aio_cout << "  " << label << ": " << used.pinnedBytes / kMB
@@ -211,29 +276,35 @@ void RunPhase(const PhasePlan& phase, bool isJob) {
              << " MB" << aio_endl;
   }
   GiveBack(held);
+  if (phase.step > 0) monitor.StopTimer(phase.step);
+  Mark(PhaseName(phase) + " ends");
   if (!isJob) manager.EndPhase(label);
 }
 
-// The budget in bytes from "-memory <MB>", the default without it; -1 for a bad command line.
-double Budget(int argc, char** argv) {
-  if (argc == 1) return kDefaultBudgetMB * kMB;
+// The budget in bytes from "-memory <MB>", the default without it; -1 for a bad value.
+double Budget() {
+  const utl_CommandLine& line = utl_CommandLine::Instance();
+  if (!line.IsMember("memory")) return kDefaultBudgetMB * kMB;
+  const cow_String value = line.ConstGetValue("memory");
   char* end = nullptr;
-  const double megabytes = argc == 3 ? std::strtod(argv[2], &end) : 0;
-  if (argc != 3 || std::strcmp(argv[1], "-memory") != 0 || *end != '\0' || megabytes <= 0)
-    return -1;
-  return megabytes * kMB;
+  const double megabytes = std::strtod(value.c_str(), &end);
+  return value.IsEmpty() || *end != '\0' || megabytes <= 0 ? -1 : megabytes * kMB;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const double budget = Budget(argc, argv);
-  if (budget < 0) {
-    aio_cerr << "usage: " << argv[0] << " [-memory <MB>]" << aio_endl;
-    return 2;
-  }
   int tally = 0;
   VRKLnuBasicUtils_initialize(tally);
+  utl_CommandLineSetup(argc, argv);
+  const double budget = Budget();
+  if (budget < 0) {
+    aio_cerr << "usage: " << argv[0] << " [-memory <MB>] [-tmpdir <directory>]" << aio_endl;
+    VRKLnuBasicUtils_finalize(tally);
+    return 2;
+  }
+  utl_ResourceMonitor& monitor = utl_ResourceMonitor::Instance();
+  monitor.Initialize("job_example", 0, nullptr, false, false);
   mrm_Manager& manager = mrm_Manager::Instance();
   manager.RegisterLabelPrinter(NameLabel::kTypeKey, NameLabel::Print);
 
@@ -244,6 +315,7 @@ int main(int argc, char** argv) {
   for (const PhasePlan& step : Job().children)
     DeclarePhase(plan, step);
   plan.Analyze();
+  Mark("plan analysed");
 
   const int chosen = ChooseMilestone(plan, budget);
   const double peak = plan.GetMilestoneCapacity(chosen).hi;
@@ -261,6 +333,7 @@ int main(int argc, char** argv) {
            << peak / kMB << " MB planned; " << used.numBlocks << " blocks and "
            << used.pinnedBytes / kMB << " MB still held." << aio_endl;
 
+  utl_ResourceMonitor::Finalize();
   VRKLnuBasicUtils_finalize(tally);
   return used.numBlocks == 0 && used.peakPinnedBytes <= peak ? 0 : 1;
 }

@@ -1,6 +1,5 @@
 // Command lines of any bytes, read by uti_Spawn::Parser and by uti_Redirection: each is read
-// or refused with nex_Exception, and what is read holds no zero byte and only names that are
-// names.
+// or refused with nex_Exception, and no text that is read holds a zero byte.
 #include <cstdint>
 #include <cstring>
 

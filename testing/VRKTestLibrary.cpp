@@ -13,6 +13,7 @@
 
 #include "VRKLnuLifecycle.h"
 #include "mem_Alloc.h"
+#include "utl_CommandLine.h"
 
 void VRKLibraryTest::SetUp() {
   VRKLnuBasicUtils_initialize(m_Tally);
@@ -53,11 +54,35 @@ bool VRKEventually(const std::function<bool()>& condition) {
   return true;
 }
 
+std::string VRKHex(const std::vector<unsigned char>& bytes) {
+  static const char kDigits[] = "0123456789ABCDEF";
+  std::string hex;
+  for (unsigned char byte : bytes)
+    hex += {kDigits[byte >> 4], kDigits[byte & 15]};
+  return hex;
+}
+
 std::string VRKReadFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   std::ostringstream text;
   text << in.rdbuf();
   return text.str();
+}
+
+std::vector<std::string> VRKLines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);)
+    lines.push_back(line);
+  return lines;
+}
+
+void VRKSetCommandLine(std::vector<std::string> arguments) {
+  std::vector<char*> argv = {const_cast<char*>("prog")};
+  for (std::string& argument : arguments)
+    argv.push_back(&argument[0]);
+  argv.push_back(nullptr);
+  utl_CommandLineSetup(static_cast<int>(argv.size()) - 1, argv.data());
 }
 
 std::string VRKOpenDescriptors() {

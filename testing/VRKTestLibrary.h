@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 // Base of test fixtures that need the library up.
 class VRKLibraryTest : public ::testing::Test {
@@ -47,8 +48,31 @@ class VRKScratchDir {
 // Waits up to ten seconds for the condition, looking every millisecond; whether it held.
 bool VRKEventually(const std::function<bool()>& condition);
 
+// The bytes as upper-case hex digits, two a byte.
+std::string VRKHex(const std::vector<unsigned char>& bytes);
+
 // The whole content of a file, empty when it can't be read.
 std::string VRKReadFile(const std::string& path);
+
+// The text of the failure that `call` raises, which must be of the library's exception class
+// Failure; a test failure and "" when nothing is raised.
+template <class Failure, class Call>
+std::string VRKFailureText(Call call) {
+  try {
+    call();
+  } catch (const Failure& failure) {
+    return failure.AsString().c_str();
+  }
+  ADD_FAILURE() << "nothing was raised";
+  return "";
+}
+
+// The lines of a text, without their newlines.
+std::vector<std::string> VRKLines(const std::string& text);
+
+// Sets the library's command line to "prog" followed by `arguments`, as a program's main does
+// with utl_CommandLineSetup.
+void VRKSetCommandLine(std::vector<std::string> arguments);
 
 // The descriptors open in this process, in ascending order, as "0 1 2 ..." (the one used to
 // list them left out).

@@ -10,6 +10,7 @@
 #include "uti_InterruptedException.h"
 #include "uti_OdmException.h"
 #include "uti_PreCheckFile.h"
+#include "uti_WebBrowser.h"
 #include "uti_XypException.h"
 
 namespace {
@@ -28,7 +29,8 @@ struct TypeTable {
   typ_Entry rows[kRows];
 };
 
-// The package's classes by index; the rows not named are reserved. The command errors name
+// The package's classes by index (utl_RegionMassProps, a value of utl, is numbered here too);
+// the rows not named are reserved. The command errors name
 // nex_Exception as their parent, as the row of uti_IOErrorException always has.
 constexpr TypeTable MakeTypes() {
   TypeTable table{};
@@ -41,9 +43,10 @@ constexpr TypeTable MakeTypes() {
   table.rows[27] = {kException, kNexException, "uti_XypException"};
   table.rows[28] = {kValueClass, kNoParent, "uti_Coord3D"};
   table.rows[29] = {kValueClass, kNoParent, "uti_CoordCont3D"};
-  table.rows[30] = {kException, kNexException, "uti_CmdFailedException"};
-  table.rows[31] = {kException, kNexException, "uti_InterruptedException"};
-  table.rows[32] = {kException, kNexException, "uti_PreCheckFileException"};
+  table.rows[30] = {kValueClass, kNoParent, "utl_RegionMassProps"};
+  table.rows[31] = {kException, kNexException, "uti_CmdFailedException"};
+  table.rows[32] = {kException, kNexException, "uti_InterruptedException"};
+  table.rows[33] = {kException, kNexException, "uti_PreCheckFileException"};
   return table;
 }
 
@@ -72,7 +75,8 @@ void VRKLnuUti_initialize(int& tally) {
 }
 
 void VRKLnuUti_finalize(int& tally) {
-  VRKBasCountedLeave(useCount, tally, "uti");
+  if (!VRKBasCountedLeave(useCount, tally, "uti")) return;
+  uti_WebBrowser::Finalize();
 }
 
 void uti_formalize() {}

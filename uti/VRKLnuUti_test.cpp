@@ -7,11 +7,15 @@
 #include "cls_MetadataRegistrar.h"
 #include "typ_ArchCompTable.h"
 #include "uti_CmdFailedException.h"
+#include "uti_Coord3D.h"
+#include "uti_CoordCont3D.h"
 #include "uti_IOErrorException.h"
 #include "uti_InterruptedException.h"
 #include "uti_OdmException.h"
 #include "uti_PreCheckFile.h"
+#include "uti_Spawn.h"
 #include "uti_XypException.h"
+#include "utl_RegionMassProps.h"
 
 namespace {
 
@@ -45,12 +49,19 @@ TEST_F(UtiPackageTest, TheTypeTableNamesThePackagesClassesUnderFacilityTwo) {
     unsigned parent;
     int kind;
   };
+  // Each class's own id names it, so that no two classes share a row.
   const Row rows[] = {
       {uti_IOErrorException::TypeId(), "uti_IOErrorException", 0x1F0001, 4},
-      {0x2001C, "uti_Coord3D", 1, 7},
-      {0x2001D, "uti_CoordCont3D", 1, 7},
-      {uti_PreCheckFileException::TypeId(), "uti_PreCheckFileException", 0x1F0001, 4},
+      {uti_OdmException::TypeId(), "uti_OdmException", 0x1F0001, 4},
+      {uti_XypException::TypeId(), "uti_XypException", 0x1F0001, 4},
+      {uti_Coord3D::TypeId(), "uti_Coord3D", 1, 7},
+      {uti_CoordCont3D::TypeId(), "uti_CoordCont3D", 1, 7},
+      {utl_RegionMassProps::TypeId(), "utl_RegionMassProps", 1, 7},
+      {uti_CmdFailedException::TypeId(), "uti_CmdFailedException", 0x1F0001, 4},
       {uti_InterruptedException::TypeId(), "uti_InterruptedException", 0x1F0001, 4},
+      {uti_PreCheckFileException::TypeId(), "uti_PreCheckFileException", 0x1F0001, 4},
+      {uti_NotOnPathException::TypeId(), "uti_NotOnPathException", 0x1F0002, 4},
+      {uti_NotExecutableException::TypeId(), "uti_NotExecutableException", 0x1F0002, 4},
       {0x20001, nullptr, 1, 0},         // reserved
       {0x20022, "INVALID TYPE", 1, 0},  // past the 34 rows
   };
@@ -61,6 +72,8 @@ TEST_F(UtiPackageTest, TheTypeTableNamesThePackagesClassesUnderFacilityTwo) {
     EXPECT_EQ(typ_ArchCompTable::GetKind(row.type), row.kind);
   }
   EXPECT_EQ(uti_IOErrorException::TypeId(), 0x20019u);
+  EXPECT_EQ(uti_Coord3D::TypeId(), 0x2001Cu);
+  EXPECT_EQ(utl_RegionMassProps::TypeId(), 0x2001Eu);
   EXPECT_TRUE(typ_ArchCompTable::IsParent(uti_CmdFailedException::TypeId(), 0x1F0001));
   EXPECT_FALSE(typ_ArchCompTable::IsParent(0x2001C, 2));  // a value class is no typ_any
 }

@@ -13,7 +13,7 @@
 #include "nex_Exception.h"
 
 class VRKLNU_EXPORT uti_CmdFailedException
-    : public nex_ConcreteException<uti_CmdFailedException, 0x2001E> {
+    : public nex_ConcreteException<uti_CmdFailedException, 0x2001F> {
  public:
   uti_CmdFailedException(const cow_String& command, int status);
   // The base level, then "m_Command" and "m_Status" (default 0), then the identity.

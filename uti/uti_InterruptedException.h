@@ -12,7 +12,7 @@
 #include "nex_Exception.h"
 
 class VRKLNU_EXPORT uti_InterruptedException
-    : public nex_ConcreteException<uti_InterruptedException, 0x2001F> {
+    : public nex_ConcreteException<uti_InterruptedException, 0x20020> {
  public:
   enum CauseEnm {
     Keyboard = 0,  // the user interrupted (SIGINT)

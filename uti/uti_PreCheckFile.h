@@ -25,7 +25,7 @@ enum uti_AccessModeEnm {
 // whose journal message is composed from the reason when it is asked for; persistent like
 // every exception.
 class VRKLNU_EXPORT uti_PreCheckFileException
-    : public nex_ConcreteException<uti_PreCheckFileException, 0x20020, nex_CommandException> {
+    : public nex_ConcreteException<uti_PreCheckFileException, 0x20021, nex_CommandException> {
  public:
   enum ReasonEnm {
     EmptyName = 1,                  // "Empty filename"

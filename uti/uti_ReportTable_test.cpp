@@ -20,7 +20,8 @@ class ReportTableTest : public VRKLibraryTest {
   aio_ostrstream os;
 };
 
-// Two rows of loads with their extrema, the way a solver reports them.
+// Two rows of loads with their extrema, the way a solver reports them; rows wrap after two
+// cells, the rest indented by one column.
 std::string LoadReport(Mode mode) {
   aio_ostrstream os;
   {
@@ -28,7 +29,7 @@ std::string LoadReport(Mode mode) {
     uti_ReportTable table(doc, "Loads", "  ");
     table.Column("Node", -6).Column("Fx", 8).Column("Fy", 8) << endl;
     table.HeadLine(false, '-') << endl;
-    table.Zero(0.001f).CalcExtrema(1, 2);
+    table.Zero(0.001f).CalcExtrema(1, 2).MaxColumn(2, 1);
     table.Out("n1").Out(1.5).Out(-2.0) << endl;
     table.Out("n2").Out(3.0).Out(0.0005) << endl;
     table.OutMax(0) << endl;
@@ -44,20 +45,26 @@ TEST_F(ReportTableTest, ALoadReportInEachMode) {
             "Loads\n"
             "   Node     Fx       Fy   \n"
             "  ------ -------- --------\n"
-            "  n1          1.5     -2.0\n"
-            "  n2          3.0      0.0\n"
+            "  n1          1.5\n"
+            "             -2.0\n"
             "  n2          3.0\n"
-            "  n1                  -2.0\n"
+            "              0.0\n"
+            "  n2          3.0\n"
+            "  n1             \n"
+            "             -2.0\n"
             "  end\n");
   EXPECT_EQ(LoadReport(uti_ReportEnum::uti_ReportComma),
             "Report\n"
             "Loads\n"
             "   Node ,    Fx   ,    Fy   \n"
             "\n"
-            "  n1    ,      1.5,     -2.0\n"
-            "  n2    ,      3.0,      0.0\n"
+            "  n1    ,      1.5\n"
+            "        ,     -2.0\n"
             "  n2    ,      3.0\n"
-            "  n1    ,         ,     -2.0\n"
+            "        ,      0.0\n"
+            "  n2    ,      3.0\n"
+            "  n1    ,         \n"
+            "        ,     -2.0\n"
             "  end\n");
   EXPECT_EQ(LoadReport(uti_ReportEnum::uti_ReportHtml),
             "<html><head><title>\nReport\n</title></head><body>\n"
@@ -65,10 +72,13 @@ TEST_F(ReportTableTest, ALoadReportInEachMode) {
             "<tr><th align=center> Node <th align=center>   Fx   <th align=center>   Fy   </tr>\n"
             "</tr>\n"
             "<tbody align=right>\n"
-            "<tr><td align=left>n1    <td>     1.5<td>    -2.0</tr>\n"
-            "<tr><td align=left>n2    <td>     3.0<td>     0.0</tr>\n"
+            "<tr><td align=left>n1    <td>     1.5</tr>\n"
+            "<tr><td align=left>      <td>    -2.0</tr>\n"
             "<tr><td align=left>n2    <td>     3.0</tr>\n"
-            "<tr><td align=left>n1    <td>        <td>    -2.0</tr>\n"
+            "<tr><td align=left>      <td>     0.0</tr>\n"
+            "<tr><td align=left>n2    <td>     3.0</tr>\n"
+            "<tr><td align=left>n1    <td>        </tr>\n"
+            "<tr><td align=left>      <td>    -2.0</tr>\n"
             "</table>\n"
             "  end\n"
             "</body></html>\n");

@@ -322,6 +322,7 @@ TEST_F(SpawnTest, EnvironmentDirectorySessionAndForgottenChildren) {
   uti_Redirection none;
   uti_SpawnSource alone(self.program, VRKBasUtlFilePath(dir.Path().c_str()), self.args, none, only);
   EXPECT_EQ(Rest(alone), "x\n" + dir.Path() + "\nmember\n");
+  EXPECT_EQ(alone.Reap(0), 0);
 
   // One command line: assignments laid over the inherited environment, a redirection.
   std::string line = "VRK_TEST_CHILD_ROLE=show SHOWN='a b' " + command.program;
@@ -340,17 +341,21 @@ TEST_F(SpawnTest, EnvironmentDirectorySessionAndForgottenChildren) {
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
   EXPECT_EQ(VRKChildOutput(VRKReadFile(daemonOut)), "a b\n" + std::string(cwd) + "\nleader\n");
 
-  // A detached child is reaped by a later spawn once it has ended: it leaves no zombie.
+  // Detached children, this one and the daemon, are reaped by a later spawn once they have
+  // ended: none is left, not even as a zombie.
   const Self counter = In("count-input");
   uti_SpawnSink forgotten(counter.program, VRKBasUtlFilePath(), counter.args, none, counter.env);
-  const int pid = forgotten.ProcessId();
   forgotten.Detach();  // closes its input too
   EXPECT_EQ(forgotten.Status(), uti_Spawn::kDetached);
-  for (int i = 0; i < 500 && ::kill(pid, 0) == 0; ++i) {
+  const auto childrenLeft = [] {
+    siginfo_t info;
+    return ::waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0 || errno != ECHILD;
+  };
+  for (int i = 0; i < 500 && childrenLeft(); ++i) {
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
     uti_Spawn::AndWait("/bin/true", VRKBasUtlFilePath(), {}, none, {});
   }
-  EXPECT_EQ(::kill(pid, 0), -1);
+  EXPECT_FALSE(childrenLeft());
 }
 
 TEST_F(SpawnTest, DebugLevelsTellWhatIsSpawned) {

@@ -4,6 +4,7 @@
 #include "VRKBasUtlExceptionModel.h"
 #include "utl_CommandLine.h"
 #include "utl_ExceptionFactory.h"
+#include "utl_IOTracker.h"
 
 namespace {
 int useCount = 0;
@@ -20,6 +21,6 @@ void VRKLnuUtl_initialize(int& tally) {
 void VRKLnuUtl_finalize(int& tally) {
   if (!VRKBasCountedLeave(useCount, tally, "utl")) return;
   utl_CommandLine::Finalize();
-  // The i/o tracking container's singleton goes here, after the command line's.
+  utl_IOTracker_Container::Finalize();
   factory.Remove();
 }

@@ -23,12 +23,7 @@ namespace {
 void SetUpFromChildArgs() {
   static int tally = 0;
   VRKLnuBasicUtils_initialize(tally);
-  std::vector<std::string> args = VRKChildArgs();
-  std::vector<char*> argv = {const_cast<char*>("prog")};
-  for (std::string& arg : args)
-    argv.push_back(&arg[0]);
-  argv.push_back(nullptr);
-  utl_CommandLineSetup(static_cast<int>(args.size()) + 1, argv.data());
+  VRKSetCommandLine(VRKChildArgs());
 }
 
 // Runs the current test in a child with this role and these arguments, which must end well.

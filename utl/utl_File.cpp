@@ -14,6 +14,7 @@
 #include "nex_AssertException.h"
 #include "nex_TextException.h"
 #include "utl_FileException.h"
+#include "utl_IOTracker.h"
 #include "utl_SystemErrorHandler.h"
 
 namespace {
@@ -101,8 +102,8 @@ int utl_File::OpenUpdate(const cow_String& name) const {
 }
 
 int utl_File::OpenWrite(const cow_String& name) const {
-  // The i/o tracking container belongs here, touched right after the create, so that the
-  // first created file starts tracking in a run that asked for it.
+  // The first creation, even one that fails, starts i/o tracking in a run that asked for it.
+  utl_IOTracker_Container::Instance();
   return OpenWith(name, O_RDWR | O_CREAT, nullptr, "CreateFile in OpenWrite");
 }
 

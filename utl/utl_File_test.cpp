@@ -33,22 +33,10 @@ class UtlFileTest : public VRKLibraryTest {
   VRKScratchDir m_Dir;
 };
 
-// The text of the failure that `call` raises, which must be of class Failure.
-template <class Failure, class Call>
-std::string FailureText(Call call) {
-  try {
-    call();
-  } catch (const Failure& failure) {
-    return failure.AsString().c_str();
-  }
-  ADD_FAILURE() << "nothing was raised";
-  return "";
-}
-
 TEST_F(UtlFileTest, OpensAtFirstUseAndTellsAMissingFileFromOtherFailures) {
   const std::string missing = m_Dir.File("missing");
   utl_File reader(missing.c_str(), utl_AccessRead, utl_ShareDefault);  // touches nothing
-  EXPECT_EQ(FailureText<utl_FileExceptionNoFile>([&] { reader.FileSize(); }),
+  EXPECT_EQ(VRKFailureText<utl_FileExceptionNoFile>([&] { reader.FileSize(); }),
             "*** Error: No such file (utl_File: in OpenRead)\nfile name: " + missing);
   utl_File updater(missing.c_str(), utl_AccessUpdate, utl_ShareDefault);
   EXPECT_THROW(updater.Seek(0), utl_FileExceptionNoFile);
@@ -56,7 +44,7 @@ TEST_F(UtlFileTest, OpensAtFirstUseAndTellsAMissingFileFromOtherFailures) {
   // A missing directory is an open failure with the system's text, not a missing file.
   const std::string deeper = m_Dir.File("nodir/file");
   utl_File lost(deeper.c_str(), utl_AccessRead, utl_ShareDefault);
-  EXPECT_EQ(FailureText<utl_FileExceptionOpen>([&] { lost.Init(); }),
+  EXPECT_EQ(VRKFailureText<utl_FileExceptionOpen>([&] { lost.Init(); }),
             "*** Error: File open failed (utl_File: CreateFile in OpenRead)\nerror: No such file "
             "or directory\nfile: " +
                 deeper);
@@ -114,17 +102,17 @@ TEST_F(UtlFileTest, ReadOnlyFilesRefuseWritesFlushesAndExtends) {
   const std::string path = Create("data", "keep");
   utl_File file(path.c_str(), utl_AccessRead, utl_ShareDefault);
   EXPECT_EQ(
-      FailureText<utl_FileExceptionWrite>([&] { file.Write("xx", 2); }),
+      VRKFailureText<utl_FileExceptionWrite>([&] { file.Write("xx", 2); }),
       "*** Error: Write failed (utl_File: attempt to write to a read-only file.)\nfile name: " +
           path);
   EXPECT_EQ(
-      FailureText<utl_FileExceptionWrite>([&] { file.WriteShortAllowed("xx", 2); }),
+      VRKFailureText<utl_FileExceptionWrite>([&] { file.WriteShortAllowed("xx", 2); }),
       "*** Error: Write failed (utl_File: attempt to write to a read-only file.)\nfile name: " +
           path);
   EXPECT_EQ(
-      FailureText<utl_FileExceptionFlush>([&] { file.Flush(); }),
+      VRKFailureText<utl_FileExceptionFlush>([&] { file.Flush(); }),
       "*** Error: Flush failed (utl_File: attempt to flush a read-only file.)\nfile name: " + path);
-  EXPECT_EQ(FailureText<nex_TextException>([&] { file.Extend(100); }),
+  EXPECT_EQ(VRKFailureText<nex_TextException>([&] { file.Extend(100); }),
             "utl_File::Extend - attempt to extend a read-only file.");
   EXPECT_EQ(VRKReadFile(path), "keep");
 }
@@ -147,7 +135,7 @@ TEST_F(UtlFileTest, FailureTextsFollowTheirTemplates) {
   };
   for (const auto& c : cases)
     EXPECT_EQ(c.text, c.expected);
-  EXPECT_EQ(FailureText<utl_FileExceptionSeek>([&] {
+  EXPECT_EQ(VRKFailureText<utl_FileExceptionSeek>([&] {
               utl_File file(Create("data", "").c_str(), utl_AccessRead, utl_ShareDefault);
               file.Seek(-1);
             }),
@@ -166,7 +154,7 @@ TEST_F(UtlFileTest, ExtendKeepsThePositionAndTheLastBytes) {
   EXPECT_EQ(VRKReadFile(path), std::string("01234567\0\0\0\0", 12));
   // Below four bytes the file is cut, then the step after fails.
   EXPECT_EQ(
-      FailureText<utl_FileExceptionExtend>([&] { file.Extend(2); }),
+      VRKFailureText<utl_FileExceptionExtend>([&] { file.Extend(2); }),
       "*** Error: Extend failed (utl_File: SetFilePointer 3)\nerror: Invalid argument\nfile: " +
           path);
   EXPECT_EQ(VRKReadFile(path), "01");
@@ -208,7 +196,7 @@ TEST_F(UtlFileTest, DiffAsInt32HoldsToTheIntRange) {
     if (c.fits) {
       EXPECT_EQ(utl_FileOffset(c.a).DiffAsInt32(c.b), c.a - c.b);
     } else {
-      EXPECT_EQ(FailureText<nex_AssertException>([&] { utl_FileOffset(c.a).DiffAsInt32(c.b); }),
+      EXPECT_EQ(VRKFailureText<nex_AssertException>([&] { utl_FileOffset(c.a).DiffAsInt32(c.b); }),
                 "d >= INT_MIN && d <= INT_MAX");
     }
   }
@@ -221,7 +209,7 @@ TEST_F(UtlFileTest, DiskAttributesGiveTheSpaceFreeToTheCaller) {
   const double reported = double(utl_DiskAttributes(m_Dir.Path().c_str()).GetFreeDiskSpace());
   EXPECT_NEAR(reported, expected, 64.0 * (1 << 20));
   const std::string missing = m_Dir.File("none");
-  EXPECT_EQ(FailureText<nex_TextException>(
+  EXPECT_EQ(VRKFailureText<nex_TextException>(
                 [&] { utl_DiskAttributes(missing.c_str()).GetFreeDiskSpace(); }),
             "error: 2:  could not get free space for \"" + missing + "\"\n");
 }
@@ -239,12 +227,12 @@ TEST_F(UtlFileTest, AFullDiskFailsOrWarnsAsTheHandlerSays) {
     EXPECT_EQ(file.Write(block.data(), 3000), 3000);
     EXPECT_THROW(file.Write(block.data(), 3000), utl_FileExceptionFull);
     EXPECT_EQ(
-        FailureText<utl_FileExceptionWrite>([&] { file.Write(block.data(), 10); }),
+        VRKFailureText<utl_FileExceptionWrite>([&] { file.Write(block.data(), 10); }),
         "*** Error: Write failed (utl_File: WriteFile)\nerror: File too large\nfile: " + path);
     file.Seek(4000);
     EXPECT_EQ(file.WriteShortAllowed(block.data(), 3000), 96);
     EXPECT_EQ(
-        FailureText<utl_FileExceptionExtend>([&] { file.Extend(8192); }),
+        VRKFailureText<utl_FileExceptionExtend>([&] { file.Extend(8192); }),
         "*** Error: Extend failed (utl_File: SetEndOfFile)\nerror: File too large\nfile: " + path);
     utl_SystemErrorHandler::Instance().isActive = true;
     file.Seek(3000);
