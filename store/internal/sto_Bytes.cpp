@@ -85,18 +85,15 @@ void sto_Input::Fail(size_t position, const char* what) const {
 }
 
 cow_String sto_Input::String(size_t position, size_t& next, const char* what) const {
-  const uint32_t length = U32(position, what);
-  Require(position + 4, length, what);
-  next = position + 4 + length;
-  return cow_String(m_Begin + position + 4, static_cast<int>(length));
+  SkipString(position, next, what);
+  return cow_String(m_Begin + position + 4, static_cast<int>(next - position - 4));
 }
 
 bool sto_Input::StringIs(size_t position, const cow_String& text, size_t& next,
                          const char* what) const {
-  const uint32_t length = U32(position, what);
-  Require(position + 4, length, what);
-  next = position + 4 + length;
-  return length == static_cast<uint32_t>(text.Length()) &&
+  SkipString(position, next, what);
+  const size_t length = next - position - 4;
+  return length == static_cast<size_t>(text.Length()) &&
          std::memcmp(m_Begin + position + 4, text.c_str(), length) == 0;
 }
 

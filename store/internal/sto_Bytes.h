@@ -159,6 +159,12 @@ class sto_Input {
   }
   // The string at `position`, and in `next` the position after it.
   cow_String String(size_t position, size_t& next, const char* what) const;
+  // Moves past the string at `position`: `next` is the position after it.
+  void SkipString(size_t position, size_t& next, const char* what) const {
+    const uint32_t length = U32(position, what);
+    Require(position + 4, length, what);
+    next = position + 4 + length;
+  }
   // Whether the string at `position` is `text`, and in `next` the position after it.
   bool StringIs(size_t position, const cow_String& text, size_t& next, const char* what) const;
 

@@ -3,11 +3,13 @@
 #include <cstdio>
 #include <cstring>
 #include <new>
+#include <typeinfo>
 
 #include "cls_ReadCollectionBase.h"
 #include "cls_ReadVisitor.h"
 #include "nex_Exception.h"
 #include "nex_TextException.h"
+#include "sto_Recycled.h"
 #include "sto_Store.h"
 
 namespace {
@@ -37,7 +39,11 @@ const char* KindName(unsigned kind) {
 }
 
 // The memento of one stored object (or of the graph's root, which has no class).
-class Memento : public cls_MementoRead {
+class Memento : public cls_MementoRead, public sto_Recycled<Memento> {
+ public:
+  using sto_Recycled<Memento>::operator new;
+  using sto_Recycled<Memento>::operator delete;
+
  public:
   Memento(sto_ReadSession* session, size_t begin, size_t end, unsigned classId, int version,
           uint32_t number)
@@ -512,9 +518,12 @@ sto_ReadSession::sto_ReadSession(const cow_String& bytes, const cls_ClassRegistr
   if (m_In.U32(4, "graph header") != kFormatVersion)
     Fail(4, nex_Translate("a graph of format %d", static_cast<int>(m_In.U32(4, "format"))));
   const uint32_t length = m_In.U32(8, "record length");
-  m_RecordBegin = 12;
+  const uint32_t numbers = m_In.U32(12, "identity count");
+  m_RecordBegin = 16;
   m_In.Require(m_RecordBegin, length, "record");
   m_RecordEnd = m_RecordBegin + length;
+  if (numbers > length / kObjectHead) Fail(12, nex_Translate("an identity count of %u", numbers));
+  m_Numbers.Reserve(static_cast<int>(numbers));
   size_t at = m_RecordEnd;
   const uint32_t count = m_In.U32(at, "extent count");
   at += 4;
@@ -533,7 +542,7 @@ sto_ReadSession::sto_ReadSession(const cow_String& bytes, const cls_ClassRegistr
       at += static_cast<size_t>(n) * size;
     } else {
       for (uint32_t k = 0; k < n; ++k)
-        m_In.String(at, at, "extent string");
+        m_In.SkipString(at, at, "extent string");
     }
   }
 }
@@ -577,7 +586,7 @@ bool sto_ReadSession::ItemAt(size_t position, size_t limit, const cow_String* na
   item.start = position;
   size_t next;
   const bool named = name != nullptr ? m_In.StringIs(position + 1, *name, next, "field name")
-                                     : (m_In.String(position + 1, next, "field name"), true);
+                                     : (m_In.SkipString(position + 1, next, "field name"), true);
   const uint32_t length = m_In.U32(next, "item length");
   item.begin = next + 4;
   item.end = item.begin + length;
@@ -689,7 +698,7 @@ size_t sto_ReadSession::FindDefinition(size_t begin, size_t end, uint32_t number
         // The elements' items, each behind its key.
         for (size_t element = item.begin + 4; element < item.end;) {
           if (item.tag == sto_TagMapInt2Obj) element += 4;
-          if (item.tag == sto_TagMapString2Obj) m_In.String(element, element, "key");
+          if (item.tag == sto_TagMapString2Obj) m_In.SkipString(element, element, "key");
           sto_Item held;
           ItemAt(element, item.end, nullptr, held);
           if (const size_t found = FindDefinition(held.start, held.end, number, depth + 1))
@@ -706,8 +715,13 @@ size_t sto_ReadSession::FindDefinition(size_t begin, size_t end, uint32_t number
 }
 
 void sto_ReadSession::CheckVersion(unsigned classId, int version, size_t where) {
-  if (m_Registrar == nullptr || !m_Registrar->ClassIsPresent(classId)) return;
-  const int newest = m_Registrar->GetLastClassVersionNumber(classId);
+  if (classId != m_LastClass) {
+    m_LastClass = classId;
+    m_LastVersion = m_Registrar != nullptr && m_Registrar->ClassIsPresent(classId)
+                        ? m_Registrar->GetLastClassVersionNumber(classId)
+                        : INT32_MAX;
+  }
+  const int newest = m_LastVersion;
   if (version > newest)
     Fail(where, nex_Translate("an object of class %s version %d, newer than version %d of this "
                               "program",
@@ -729,9 +743,11 @@ void sto_ReadSession::Fail(size_t position, const atr_String& what) const {
 }
 
 void* sto_ReadSharedWith(cls_MementoRead* memento, void* (*build)(const cls_ReadVisitor& visitor)) {
-  const Memento* stored = dynamic_cast<const Memento*>(memento);
   cls_ReadVisitor visitor(memento);
-  if (stored == nullptr) return memento != nullptr ? build(visitor) : nullptr;
+  if (memento == nullptr) return nullptr;
+  // Mementos of other stores are built each time.
+  if (typeid(*memento) != typeid(Memento)) return build(visitor);
+  const Memento* stored = static_cast<const Memento*>(memento);
   if (void* known = stored->Session()->Built(stored->Number())) return known;
   void* object = build(visitor);
   stored->Session()->SetBuilt(stored->Number(), object);

@@ -93,6 +93,8 @@ class sto_ReadSession {
   size_t m_RecordBegin;
   size_t m_RecordEnd;
   sto_Stack<Number> m_Numbers;
+  unsigned m_LastClass = 0;  // the class whose newest version was looked up last
+  int m_LastVersion = 0;
   int m_Depth = 0;
   struct Extent {
     unsigned kind;

@@ -24,6 +24,10 @@ class sto_Stack {
     new (m_Items + m_Count++) T(item);
   }
   void Pop() { m_Items[--m_Count].~T(); }
+  // Makes room for `capacity` elements.
+  void Reserve(int capacity) {
+    if (capacity > m_Capacity) Grow(capacity);
+  }
   // Grows to `count` elements, the new ones made by T().
   void Resize(int count) {
     if (count > m_Capacity) Grow(count > 2 * m_Capacity ? count : 2 * m_Capacity);

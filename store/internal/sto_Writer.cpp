@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "sto_Recycled.h"
+
 #include "cls_WriteCollectionBase.h"
 #include "nex_Exception.h"
 #include "nex_TextException.h"
@@ -29,7 +31,11 @@ struct MapPrimOf<cow_String, T> {
 };
 
 // The memento of one object, base-class part or the graph's root.
-class Memento : public cls_MementoWrite, public sto_OpenItem {
+class Memento : public cls_MementoWrite, public sto_OpenItem, public sto_Recycled<Memento> {
+ public:
+  using sto_Recycled<Memento>::operator new;
+  using sto_Recycled<Memento>::operator delete;
+
  public:
   Memento(sto_WriteSession* session, unsigned classId, const cls_Uid& uid)
       : m_ClassId(classId), m_Uid(uid) {
@@ -371,7 +377,8 @@ sto_WriteSession::sto_WriteSession(const cls_ClassRegistrar* registrar) : m_Regi
   m_Out.PutU32(kMagic);
   m_Out.PutU32(kFormatVersion);
   m_RecordLengthAt = m_Out.Size();
-  m_Out.PutU32(0);
+  m_Out.PutU32(0);  // the record's length
+  m_Out.PutU32(0);  // the count of identities, for the reader to make room at once
 }
 
 sto_WriteSession::~sto_WriteSession() {
@@ -385,7 +392,8 @@ cls_MementoWrite* sto_WriteSession::NewRoot() {
 cow_String sto_WriteSession::Finish() {
   while (m_Open.Count() > 0)
     CloseTop();
-  m_Out.PatchU32(m_RecordLengthAt, static_cast<uint32_t>(m_Out.Size() - m_RecordLengthAt - 4));
+  m_Out.PatchU32(m_RecordLengthAt, static_cast<uint32_t>(m_Out.Size() - m_RecordLengthAt - 8));
+  m_Out.PatchU32(m_RecordLengthAt + 4, m_Numbers);
   m_Out.PutU32(static_cast<uint32_t>(m_Extents.Count()));
   for (int i = 0; i < m_Extents.Count(); ++i) {
     const sto_ExtentBase& extent = m_Extents.ConstGet(i).GetRef();
