@@ -65,7 +65,8 @@ void sto_Output::Grow(size_t count) {
   const size_t size = Size();
   size_t capacity = static_cast<size_t>(m_Limit - m_Begin);
   capacity = capacity < 4096 ? 4096 : capacity * 2;
-  if (capacity < size + count) capacity = size + count;
+  // A large write leaves room behind it, so that the next small one moves nothing.
+  if (capacity < size + count) capacity = size + count + 4096;
   char* block = static_cast<char*>(mem_Realloc(m_Begin, capacity));
   if (block == nullptr) {  // the throwing allocation raises the job's out-of-memory error
     block = static_cast<char*>(mem_OperatorNewThrow(capacity));

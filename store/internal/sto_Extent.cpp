@@ -1,6 +1,7 @@
 #include "sto_Extent.h"
 
 #include <new>
+#include <type_traits>
 
 #include "cow_List.h"
 
@@ -22,8 +23,12 @@ void sto_Extent<T>::Decode(const sto_Input& in, size_t position, int count) {
   // The bytes are checked before anything is allocated for them.
   in.Require(position, static_cast<size_t>(count) * sto_SizeOfKind(Kind()), "list elements");
   Reserve(count);
-  for (; m_Size < count; ++m_Size)
-    new (m_Values + m_Size) T();
+  if constexpr (std::is_trivially_default_constructible<T>::value) {
+    m_Size = count;  // the bytes are copied over the elements
+  } else {
+    for (; m_Size < count; ++m_Size)
+      new (m_Values + m_Size) T();
+  }
   in.GetArray(position, count, m_Values, "list element");
 }
 

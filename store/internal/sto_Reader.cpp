@@ -45,19 +45,29 @@ class Memento : public cls_MementoRead, public sto_Recycled<Memento> {
   using sto_Recycled<Memento>::operator delete;
 
  public:
-  Memento(sto_ReadSession* session, size_t begin, size_t end, unsigned classId, int version,
-          uint32_t number)
+  // The object whose item starts at `definition`, read when it is first asked for a field:
+  // a reference to an object built already is never read again.
+  Memento(sto_ReadSession* session, size_t definition, uint32_t number)
+      : m_Session(session), m_Definition(definition), m_Number(number) {}
+  // The graph's root: the record's items, with no class of its own.
+  Memento(sto_ReadSession* session, size_t begin, size_t end)
       : m_Session(session),
+        m_Definition(0),
+        m_Number(0),
+        m_Parsed(true),
         m_ItemsBegin(begin),
         m_End(end),
-        m_Next(begin),
-        m_ClassId(classId),
-        m_Version(version),
-        m_Number(number) {}
+        m_Next(begin) {}
   ~Memento() override { m_Session->Leave(m_Number); }
 
-  unsigned ClassId() const { return m_ClassId; }
-  int Version() const { return m_Version; }
+  unsigned ClassId() {
+    Ensure();
+    return m_ClassId;
+  }
+  int Version() {
+    Ensure();
+    return m_Version;
+  }
   uint32_t Number() const { return m_Number; }
   sto_ReadSession* Session() const { return m_Session; }
 
@@ -158,6 +168,7 @@ class Memento : public cls_MementoRead, public sto_Recycled<Memento> {
  private:
   // Finds the field: where the last one ended, else anywhere in the object.
   bool Find(const cow_String& name, sto_Item& item) {
+    Ensure();
     if (m_Next < m_End && m_Session->ItemAt(m_Next, m_End, &name, item)) {
       m_Next = item.end;
       return true;
@@ -169,7 +180,8 @@ class Memento : public cls_MementoRead, public sto_Recycled<Memento> {
       }
     return false;
   }
-  bool FindTag(sto_Tag tag, sto_Item& item) const {
+  bool FindTag(sto_Tag tag, sto_Item& item) {
+    Ensure();
     for (size_t at = m_ItemsBegin; at < m_End; at = item.end)
       if (m_Session->ItemAt(at, m_End, nullptr, item), item.tag == tag) return true;
     return false;
@@ -189,13 +201,24 @@ class Memento : public cls_MementoRead, public sto_Recycled<Memento> {
   template <class T>
   cls_AgentListPrim<T>* Agent();
 
+  void Ensure() {
+    if (m_Parsed) return;
+    m_Parsed = true;
+    sto_Item object;
+    m_Session->Head(m_Definition, object, m_ClassId, m_Version);
+    m_ItemsBegin = m_Next = object.begin + 12;
+    m_End = object.end;
+  }
+
   sto_ReadSession* m_Session;
-  size_t m_ItemsBegin;
-  size_t m_End;
-  size_t m_Next;
-  unsigned m_ClassId;
-  int m_Version;
+  size_t m_Definition;
   uint32_t m_Number;
+  bool m_Parsed = false;
+  size_t m_ItemsBegin = 0;
+  size_t m_End = 0;
+  size_t m_Next = 0;
+  unsigned m_ClassId = 1;
+  int m_Version = 0;
 };
 
 template <class T>
@@ -551,13 +574,13 @@ sto_ReadSession::~sto_ReadSession() = default;
 
 cls_MementoRead* sto_ReadSession::NewRoot() {
   Enter(0, m_RecordBegin);
-  return new Memento(this, m_RecordBegin, m_RecordEnd, 1, 0, 0);
+  return new Memento(this, m_RecordBegin, m_RecordEnd);
 }
 
 void sto_ReadSession::Peek(unsigned& classId, int& version) {
   cls_ReadVisitor root(NewRoot());
   cls_ReadVisitor object(root, cls_FieldHandle(-1, "root"));
-  const Memento* memento = static_cast<const Memento*>(object.Memento());
+  Memento* memento = static_cast<Memento*>(object.Memento());
   if (memento == nullptr) Fail(m_RecordBegin, nex_Translate("a graph with no object"));
   classId = memento->ClassId();
   version = memento->Version();
@@ -566,7 +589,7 @@ void sto_ReadSession::Peek(unsigned& classId, int& version) {
 void* sto_ReadSession::Build(const cls_ClassMetadata*& metadata) {
   cls_ReadVisitor root(NewRoot());
   cls_ReadVisitor object(root, cls_FieldHandle(-1, "root"));
-  const Memento* memento = static_cast<const Memento*>(object.Memento());
+  Memento* memento = static_cast<Memento*>(object.Memento());
   if (memento == nullptr) Fail(m_RecordBegin, nex_Translate("a graph with no object"));
   const unsigned classId = memento->ClassId();
   if (m_Registrar == nullptr || !m_Registrar->ClassIsPresent(classId))
@@ -596,7 +619,6 @@ bool sto_ReadSession::ItemAt(size_t position, size_t limit, const cow_String* na
 }
 
 cls_MementoRead* sto_ReadSession::ObjectOf(const sto_Item& item) {
-  sto_Item object = item;
   switch (item.tag) {
     case sto_TagNull:
       return nullptr;
@@ -613,23 +635,32 @@ cls_MementoRead* sto_ReadSession::ObjectOf(const sto_Item& item) {
       if (entry.open > 0)
         Fail(item.start,
              nex_Translate("a cycle of references through object %d", static_cast<int>(number)));
-      ItemAt(entry.definition, m_RecordEnd, nullptr, object);
-      break;
+      const size_t definition = entry.definition;
+      Enter(number, definition);
+      return new Memento(this, definition, number);
     }
     case sto_TagObject:
-    case sto_TagBase:
-      break;
+    case sto_TagBase: {
+      sto_Item object;
+      unsigned classId;
+      int version;
+      Head(item.start, object, classId, version);
+      const uint32_t number = m_In.U32(object.begin + 8, "object number");
+      Enter(number, item.start);
+      return new Memento(this, item.start, number);
+    }
     default:
       Fail(item.start, nex_Translate("a field read as an object, which it doesn't hold"));
   }
+}
+
+void sto_ReadSession::Head(size_t start, sto_Item& object, unsigned& classId, int& version) {
+  ItemAt(start, m_RecordEnd, nullptr, object);
   if (object.end - object.begin < kObjectHead)
     Fail(object.start, nex_Translate("an object too short for its head"));
-  const unsigned classId = m_In.U32(object.begin, "class");
-  const int version = static_cast<int32_t>(m_In.U32(object.begin + 4, "version"));
-  const uint32_t number = m_In.U32(object.begin + 8, "object number");
+  classId = m_In.U32(object.begin, "class");
+  version = static_cast<int32_t>(m_In.U32(object.begin + 4, "version"));
   CheckVersion(classId, version, object.start);
-  Enter(number, object.start);
-  return new Memento(this, object.begin + kObjectHead, object.end, classId, version, number);
 }
 
 cls_Uid sto_ReadSession::Uid(uint32_t number) {

@@ -57,6 +57,9 @@ class sto_ReadSession {
   // The memento of the object an item holds: null for a null item, the object stored first
   // under the number for a reference.
   cls_MementoRead* ObjectOf(const sto_Item& item);
+  // The head of the object whose item starts at `start`: the item, its class and version,
+  // which must not be newer than the registrar's newest.
+  void Head(size_t start, sto_Item& object, unsigned& classId, int& version);
   // The identity of a number in the graph; all records of one number share it.
   cls_Uid Uid(uint32_t number);
   // A list agent on extent `number`, which must hold elements of T.
