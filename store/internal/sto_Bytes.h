@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "cow_String.h"
 
@@ -40,33 +41,16 @@ enum sto_Tag : unsigned char {
   sto_TagAgentList,  // element kind and the number of an extent of the graph
 };
 
-// The element kinds of lists and extents, by the tag of their scalar.
+// The element kind of lists and extents of T: the tag of its scalar.
 template <class T>
-struct sto_KindOf;
-template <>
-struct sto_KindOf<cow_String> {
-  static constexpr sto_Tag kTag = sto_TagString;
-};
-template <>
-struct sto_KindOf<double> {
-  static constexpr sto_Tag kTag = sto_TagDouble;
-};
-template <>
-struct sto_KindOf<float> {
-  static constexpr sto_Tag kTag = sto_TagFloat;
-};
-template <>
-struct sto_KindOf<unsigned> {
-  static constexpr sto_Tag kTag = sto_TagUnsigned;
-};
-template <>
-struct sto_KindOf<int> {
-  static constexpr sto_Tag kTag = sto_TagInt;
-};
-template <>
-struct sto_KindOf<bool> {
-  static constexpr sto_Tag kTag = sto_TagBool;
-};
+constexpr sto_Tag sto_kindOf() {
+  if constexpr (std::is_same<T, cow_String>::value) return sto_TagString;
+  if constexpr (std::is_same<T, double>::value) return sto_TagDouble;
+  if constexpr (std::is_same<T, float>::value) return sto_TagFloat;
+  if constexpr (std::is_same<T, unsigned>::value) return sto_TagUnsigned;
+  if constexpr (std::is_same<T, int>::value) return sto_TagInt;
+  return sto_TagBool;
+}
 
 // The bytes that a value of the kind takes (a string: at least its length).
 int sto_SizeOfKind(unsigned kind);

@@ -33,7 +33,7 @@ class sto_Extent : public sto_ExtentBase {
   sto_Extent& operator=(const sto_Extent&) = delete;
   ~sto_Extent() override;
 
-  unsigned Kind() const override { return sto_KindOf<T>::kTag; }
+  unsigned Kind() const override { return sto_kindOf<T>(); }
   int Size() const override { return m_Size; }
   void Encode(sto_Output& out) const override;
   // The `count` elements at `position` of `in`, checked against its bytes.

@@ -304,9 +304,9 @@ int CountOf(sto_ReadSession* session, const sto_Item& item, size_t head, int min
 template <class T>
 void CheckKind(sto_ReadSession* session, const sto_Item& item) {
   const unsigned kind = session->In().U8(item.begin, "element kind");
-  if (kind != sto_KindOf<T>::kTag)
+  if (kind != sto_kindOf<T>())
     session->Fail(item.start, nex_Translate("a list of %s read as a list of %s", KindName(kind),
-                                            KindName(sto_KindOf<T>::kTag)));
+                                            KindName(sto_kindOf<T>())));
 }
 
 // A list of values: its width, its count and its values.
@@ -315,7 +315,7 @@ class ListCursorBase : public cls_ReadListPrim<T> {
  public:
   ListCursorBase(sto_ReadSession* session, const sto_Item& item)
       : m_Width(static_cast<int32_t>(session->In().U32(item.begin + 1, "list width"))),
-        m_Size(CountOf(session, item, 9, sto_SizeOfKind(sto_KindOf<T>::kTag))),
+        m_Size(CountOf(session, item, 9, sto_SizeOfKind(sto_kindOf<T>()))),
         m_Entries(session, item, 9, m_Size) {
     if (m_Width < 0) session->Fail(item.start, nex_Translate("a list of width %d", m_Width));
   }
@@ -356,10 +356,9 @@ template <class Base, class K, class T>
 class MapPrimCursor : public Base {
  public:
   MapPrimCursor(sto_ReadSession* session, const sto_Item& item)
-      : m_Entries(
-            session, item, 5,
-            CountOf(session, item, 5,
-                    sto_SizeOfKind(sto_KindOf<K>::kTag) + sto_SizeOfKind(sto_KindOf<T>::kTag))) {}
+      : m_Entries(session, item, 5,
+                  CountOf(session, item, 5,
+                          sto_SizeOfKind(sto_kindOf<K>()) + sto_SizeOfKind(sto_kindOf<T>()))) {}
   int HasMore() override { return m_Entries.HasMore(); }
   T Value() override {
     const size_t entry = m_Entries.Position();
@@ -400,7 +399,7 @@ class ObjCursorBase : public Base {
  public:
   ObjCursorBase(sto_ReadSession* session, const sto_Item& item)
       : m_Entries(session, item, 4,
-                  CountOf(session, item, 4, 9 + sto_SizeOfKind(sto_KindOf<K>::kTag))) {}
+                  CountOf(session, item, 4, 9 + sto_SizeOfKind(sto_kindOf<K>()))) {}
   int HasMore() override { return m_Entries.HasMore(); }
   cls_MementoRead* MakeReadObj() override {
     m_Entry = m_Entries.Position();
@@ -675,9 +674,9 @@ cls_AgentListPrim<T>* sto_ReadSession::Agent(uint32_t number, int quantum, const
     Fail(where, nex_Translate("a list on extent %d, which the graph doesn't hold",
                               static_cast<int>(number)));
   Extent& extent = m_Extents.Get(static_cast<int>(number));
-  if (extent.kind != sto_KindOf<T>::kTag)
+  if (extent.kind != sto_kindOf<T>())
     Fail(where, nex_Translate("an extent of %s read as one of %s", KindName(extent.kind),
-                              KindName(sto_KindOf<T>::kTag)));
+                              KindName(sto_kindOf<T>())));
   if (extent.decoded.GetPtr() == nullptr) {
     sto_Extent<T>* list = new sto_Extent<T>;
     extent.decoded = list;

@@ -225,7 +225,7 @@ class ListPrimCursor : public Cursor<cls_WriteListPrim<T>> {
  public:
   ListPrimCursor(sto_WriteSession* session, const sto_OpenItem* parent, int width)
       : Cursor<cls_WriteListPrim<T>>(session, parent, sto_TagListPrim) {
-    session->Out().PutU8(sto_KindOf<T>::kTag);
+    session->Out().PutU8(sto_kindOf<T>());
     session->Out().Put(width);
     this->CountHere();
   }
@@ -242,7 +242,7 @@ class MapPrimCursor : public Cursor<Base> {
  public:
   MapPrimCursor(sto_WriteSession* session, const sto_OpenItem* parent, sto_Tag tag)
       : Cursor<Base>(session, parent, tag) {
-    session->Out().PutU8(sto_KindOf<T>::kTag);
+    session->Out().PutU8(sto_kindOf<T>());
     this->CountHere();
   }
   void Put(const K* key, const T* value) override {
@@ -335,7 +335,7 @@ template <class T>
 cls_AgentListPrim<T>* Memento::Agent(int quantum) {
   Resume();
   sto_ExtentHld extent(new sto_Extent<T>);
-  WriteAgentItem(sto_KindOf<T>::kTag, quantum, extent);
+  WriteAgentItem(sto_kindOf<T>(), quantum, extent);
   return new sto_ListAgent<T>(extent, quantum, m_Uid);
 }
 
