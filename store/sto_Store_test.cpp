@@ -8,6 +8,7 @@
 
 #include "VRKTestChild.h"
 #include "VRKTestLibrary.h"
+#include "bio_IexternalMemFilter.h"
 #include "cls_ArrayPrim.h"
 #include "nex_TextException.h"
 #include "sto_TestSamples.h"
@@ -134,6 +135,30 @@ TEST_F(StoreTest, NewerVersionsReadOlderRecordsAndOlderOnesRefuseNewer) {
   }
   cls_ClassRegistrar none;
   EXPECT_THROW(sto_Decode(old, &none), nex_TextException);  // a class this program lacks
+}
+
+// A graph is in the library's external form: the external filter reads it field by field.
+TEST_F(StoreTest, AGraphReadsWithTheExternalFilter) {
+  cls_ClassRegistrar v1;
+  Versioned<1>::Register(v1);
+  cow_String bytes = sto_Encode(Versioned<1>(), &v1);
+  bio_IexternalMemFilter in(const_cast<char*>(bytes.c_str()), static_cast<size_t>(bytes.Length()));
+  unsigned head[4], length, classId, number;
+  int version, id;
+  unsigned char tag[3];
+  char* names[3];
+  in.getArray(head, 4);
+  in >> tag[0] >> names[0] >> length >> classId >> version >> number;
+  in >> tag[1] >> names[1] >> length >> id >> tag[2] >> names[2];
+  EXPECT_EQ(head[0], 0x31545356u);  // "VST1"
+  EXPECT_EQ(head[3], 1u);           // one identity
+  EXPECT_EQ(std::string(names[0]) + names[1] + names[2], "rootidlabel");
+  EXPECT_EQ(tag[0] * 10000 + tag[1] * 100 + tag[2], 210501);  // object, int, string
+  EXPECT_EQ(classId, kVersionedClass);
+  EXPECT_EQ(version, 1);
+  EXPECT_EQ(id, 7);
+  for (char* name : names)
+    mem_Free(name);
 }
 
 TEST_F(StoreTest, SharedObjectsAreWrittenOnceAndBuiltOnce) {
