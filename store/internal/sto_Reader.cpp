@@ -49,15 +49,19 @@ class Memento : public cls_MementoRead, public sto_Recycled<Memento> {
   // a reference to an object built already is never read again.
   Memento(sto_ReadSession* session, size_t definition, uint32_t number)
       : m_Session(session), m_Definition(definition), m_Number(number) {}
-  // The graph's root: the record's items, with no class of its own.
-  Memento(sto_ReadSession* session, size_t begin, size_t end)
+  // An object whose head is read: its items lie in [begin, end). The graph's root has no
+  // class of its own (1) and number 0.
+  Memento(sto_ReadSession* session, size_t begin, size_t end, unsigned classId, int version,
+          uint32_t number)
       : m_Session(session),
         m_Definition(0),
-        m_Number(0),
+        m_Number(number),
         m_Parsed(true),
         m_ItemsBegin(begin),
         m_End(end),
-        m_Next(begin) {}
+        m_Next(begin),
+        m_ClassId(classId),
+        m_Version(version) {}
   ~Memento() override { m_Session->Leave(m_Number); }
 
   unsigned ClassId() {
@@ -206,7 +210,7 @@ class Memento : public cls_MementoRead, public sto_Recycled<Memento> {
     m_Parsed = true;
     sto_Item object;
     m_Session->Head(m_Definition, object, m_ClassId, m_Version);
-    m_ItemsBegin = m_Next = object.begin + 12;
+    m_ItemsBegin = m_Next = object.begin + kObjectHead;
     m_End = object.end;
   }
 
@@ -573,7 +577,7 @@ sto_ReadSession::~sto_ReadSession() = default;
 
 cls_MementoRead* sto_ReadSession::NewRoot() {
   Enter(0, m_RecordBegin);
-  return new Memento(this, m_RecordBegin, m_RecordEnd);
+  return new Memento(this, m_RecordBegin, m_RecordEnd, 1, 0, 0);
 }
 
 void sto_ReadSession::Peek(unsigned& classId, int& version) {
@@ -646,7 +650,7 @@ cls_MementoRead* sto_ReadSession::ObjectOf(const sto_Item& item) {
       Head(item.start, object, classId, version);
       const uint32_t number = m_In.U32(object.begin + 8, "object number");
       Enter(number, item.start);
-      return new Memento(this, item.start, number);
+      return new Memento(this, object.begin + kObjectHead, object.end, classId, version, number);
     }
     default:
       Fail(item.start, nex_Translate("a field read as an object, which it doesn't hold"));
