@@ -139,3 +139,17 @@ cow_List<cls_ClassMetadataHld> cls_ClassRegistrar::GetMDList() const {
 cow_List<cls_ClassMetadataHld> cls_ClassRegistrar::GetHistoryMDList() const {
   return ListValues(m_Versions);
 }
+
+void cls_CheckCollectionType(const cls_ClassRegistrar* registrar, unsigned classId,
+                             cls_CollectionType tag, const cow_String& fieldName) {
+  if (registrar == nullptr || !registrar->ClassIsPresent(classId)) {
+    std::fprintf(stderr, "class not registered  %x \n", classId);
+    return;
+  }
+  const cls_ClassMetadata& metadata = registrar->ConstGet(classId).GetRef();
+  const int have = metadata.Attributes().ConstFind(fieldName).Collection();
+  if (!cls_CollectionsMatch(have, tag)) {
+    std::fprintf(stderr, "Error in collections types have: %d looking for: %d %s\n", have, tag,
+                 fieldName.c_str());
+  }
+}

@@ -99,4 +99,11 @@ class VRKLNU_EXPORT cls_ClassRegistrar : public mem_AllocationOperators {
   cow_Btree<cow_String, unsigned> m_IdByName;
 };
 
+// What a store's memento does in CheckCollectionType: compares the tag of the collection
+// written in `fieldName` with the tag that class `classId` declares for it
+// (cls_CollectionsMatch) and prints on standard error when they differ or when the class is
+// not registered (a null registrar registers nothing). The write goes on either way.
+VRKLNU_EXPORT void cls_CheckCollectionType(const cls_ClassRegistrar* registrar, unsigned classId,
+                                           cls_CollectionType tag, const cow_String& fieldName);
+
 #endif  // CLS_CLASSREGISTRAR_H

@@ -53,6 +53,9 @@ class VRKLNU_EXPORT cls_Uid : public mem_AllocationOperatorsTiny {
 
   // Copies that share the identity.
   int UseCount() const { return m_Entry->m_RefCount; }
+  // The identity as an address, the same for all copies while one of them lives: a key for a
+  // store's tables of the objects it has seen.
+  const void* Identity() const { return m_Entry; }
 
   // A fresh entry from the calling thread's catalogue, as default construction takes one:
   // a use count of 1 and no history. The count is the caller's, who gives the entry back

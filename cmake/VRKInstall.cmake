@@ -1,16 +1,17 @@
-# Install rules: both libraries, the public headers (flat, under include/VRKLnuBasicUtils),
-# a CMake package and a pkg-config file.
+# Install rules: the libraries, the public headers (flat, under include/VRKLnuBasicUtils), a
+# CMake package whose components are VRKLnuBasicUtils and VRKLnuStore, and a pkg-config file
+# for each of the two.
 include(CMakePackageConfigHelpers)
 
 set(VRK_INCLUDE_SUBDIR ${CMAKE_INSTALL_INCLUDEDIR}/VRKLnuBasicUtils)
 set(VRK_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/VRKLnuBasicUtils)
 
-foreach(target IN ITEMS VRKBas VRKLnuBasicUtils)
+foreach(target IN ITEMS VRKBas VRKLnuBasicUtils VRKLnuStore)
   target_include_directories(${target} INTERFACE
                              $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 endforeach()
 
-install(TARGETS VRKBas VRKLnuBasicUtils EXPORT VRKLnuBasicUtilsTargets
+install(TARGETS VRKBas VRKLnuBasicUtils VRKLnuStore EXPORT VRKLnuBasicUtilsTargets
         FILE_SET umbrella DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
@@ -35,7 +36,8 @@ install(FILES ${PROJECT_BINARY_DIR}/VRKLnuBasicUtilsConfig.cmake
               ${PROJECT_BINARY_DIR}/VRKLnuBasicUtilsConfigVersion.cmake
         DESTINATION ${VRK_CMAKE_DIR})
 
-configure_file(${PROJECT_SOURCE_DIR}/cmake/VRKLnuBasicUtils.pc.in
-               ${PROJECT_BINARY_DIR}/VRKLnuBasicUtils.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/VRKLnuBasicUtils.pc
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+foreach(package IN ITEMS VRKLnuBasicUtils VRKLnuStore)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/${package}.pc.in ${PROJECT_BINARY_DIR}/${package}.pc
+                 @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${package}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()

@@ -1,4 +1,4 @@
-# vrk_package(LIBRARY <VRKBas|VRKLnuBasicUtils>
+# vrk_package(LIBRARY <VRKBas|VRKLnuBasicUtils|VRKLnuStore>
 #             [DEPENDS <folder>...]        the folders whose headers this one may include
 #             [SOURCES <file>...]          compiled into the library
 #             [HEADERS <file>...]          public: installed and included by the umbrella header
@@ -34,7 +34,8 @@ function(vrk_package)
     target_sources(${target} ${scope} FILE_SET HEADERS FILES ${arg_HEADERS})
   endif()
   set_target_properties(${target} PROPERTIES VRK_FOLDER ${name} VRK_DEPENDS "${arg_DEPENDS}"
-                                             VRK_TEST_DEPENDS "${arg_TEST_DEPENDS}")
+                                             VRK_TEST_DEPENDS "${arg_TEST_DEPENDS}"
+                                             VRK_LIBRARY ${arg_LIBRARY})
   target_link_libraries(${arg_LIBRARY} PRIVATE $<BUILD_INTERFACE:${target}>)
   target_include_directories(${arg_LIBRARY} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>)
   set_property(GLOBAL APPEND PROPERTY VRK_FOLDERS ${name})
@@ -44,7 +45,8 @@ function(vrk_package)
       return()
     endif()
     add_executable(${name}_tests ${arg_TESTS})
-    target_link_libraries(${name}_tests PRIVATE VRKLnuBasicUtils VRKTesting GTest::gmock_main)
+    target_link_libraries(${name}_tests PRIVATE ${arg_LIBRARY} VRKLnuBasicUtils VRKTesting
+                                                GTest::gmock_main)
     # GoogleTest's headers are parsed once for all the test programs (see testing/).
     target_precompile_headers(${name}_tests REUSE_FROM VRKTesting)
     gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST
@@ -126,12 +128,17 @@ function(vrk_check_includes)
   endif()
 endfunction()
 
-# Writes VRKLnuBasicUtils.h, which includes every public header in the order the folders
-# were declared (the base layer first), so that it can never miss one.
+# Writes VRKLnuBasicUtils.h, which includes every public header of the two base libraries in
+# the order the folders were declared (the base layer first), so that it can never miss one.
+# The store has an umbrella header of its own.
 function(vrk_generate_umbrella_header)
   get_property(folders GLOBAL PROPERTY VRK_FOLDERS)
   set(includes "")
   foreach(folder IN LISTS folders)
+    get_target_property(library vrk_${folder} VRK_LIBRARY)
+    if(library STREQUAL "VRKLnuStore")
+      continue()
+    endif()
     get_target_property(headers vrk_${folder} HEADER_SET)
     foreach(header IN LISTS headers)
       get_filename_component(name ${header} NAME)

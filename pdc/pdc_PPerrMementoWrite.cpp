@@ -229,14 +229,5 @@ cls_AgentBlob* pdc_PPerrMementoWrite::MakeAgentBlob() {
 
 void pdc_PPerrMementoWrite::CheckCollectionType(cls_CollectionType tag,
                                                 const cow_String& fieldName) {
-  if (m_Registry == nullptr || !m_Registry->ClassIsPresent(m_ClassId)) {
-    std::fprintf(stderr, "class not registered  %x \n", m_ClassId);
-    return;
-  }
-  const cls_ClassMetadata& metadata = m_Registry->ConstGet(m_ClassId).GetRef();
-  const int have = metadata.Attributes().ConstFind(fieldName).Collection();
-  if (!cls_CollectionsMatch(have, tag)) {
-    std::fprintf(stderr, "Error in collections types have: %d looking for: %d %s\n", have, tag,
-                 fieldName.c_str());
-  }
+  cls_CheckCollectionType(m_Registry, m_ClassId, tag, fieldName);
 }

@@ -1,5 +1,7 @@
-// A client of the installed library: it needs only the umbrella header.
+// A client of the installed library: it needs only the umbrella headers, the library's and
+// the store's.
 #include <VRKLnuBasicUtils/VRKLnuBasicUtils.h>
+#include <VRKLnuBasicUtils/VRKLnuStore.h>
 
 int main() {
   int tally = 0;
@@ -25,7 +27,15 @@ int main() {
     }
   }
 
-  const bool ok = tally == 15 && greeting == "installed" && caught;
+  // The same error through the store: its bytes, and raised again from them.
+  bool stored = false;
+  try {
+    sto_RaiseStored(sto_Encode<nex_Exception>(nex_TextException(message.Result())));
+  } catch (const nex_TextException& error) {
+    stored = cow_String(error.AsString()) == cow_String(message.Result());
+  }
+
+  const bool ok = tally == 15 && greeting == "installed" && caught && stored;
   VRKLnuBasicUtils_finalize(tally);
   return ok && tally == 0 ? 0 : 1;
 }
