@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "VRKFuzz.h"
-#include "internal/utl_Base64Codec.h"
 #include "utl_Base64.h"
+#include "utl_Base64Codec.h"
 
 namespace {
 

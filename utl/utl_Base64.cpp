@@ -3,8 +3,8 @@
 #include <climits>
 #include <cstdint>
 
-#include "internal/utl_Base64Codec.h"
 #include "mem_Alloc.h"
+#include "utl_Base64Codec.h"
 
 template class nex_ConcreteException<utl_Base64CodecError, 0x1F0002, nex_TextException>;
 

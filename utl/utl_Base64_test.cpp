@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "VRKTestLibrary.h"
-#include "internal/utl_Base64Codec.h"
+#include "utl_Base64Codec.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
-// The Base64 codec behind utl_base64Encode and utl_base64Decode, on raw buffers, with the
-// instruction set chosen by the caller so that tests and fuzz targets can hold the vector
-// paths against the scalar one. Exported for them only; not part of the public interface.
+// The Base64 codec behind utl_base64Encode and utl_base64Decode, on the caller's buffers and
+// with the instruction set chosen by the caller: for a caller that codes into memory it
+// already has, and for checking the vector paths against the scalar one (all give the same
+// bytes and status). Safe from any thread on distinct buffers; no failure is raised.
 #ifndef UTL_BASE64CODEC_H
 #define UTL_BASE64CODEC_H
 
