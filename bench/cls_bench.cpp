@@ -10,7 +10,7 @@
 #include <random>
 #include <vector>
 
-#include "VRKLnuLifecycle.h"
+#include "VRKBenchMain.h"
 #include "aio_ostrstream.h"
 #include "cls_ArrayPrim.h"
 #include "cls_PTrie.h"
@@ -214,11 +214,5 @@ BENCHMARK(AppendBlock_memcpy);
 }  // namespace
 
 int main(int argc, char** argv) {
-  int tally = 0;
-  VRKLnuBasicUtils_initialize(tally);
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  VRKLnuBasicUtils_finalize(tally);
+  return VRKBenchmarkMain(argc, argv);
 }

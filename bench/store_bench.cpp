@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "VRKLnuLifecycle.h"
+#include "VRKBenchMain.h"
 #include "cls_ArrayPrim.h"
 #include "cls_xpList.h"
 #include "sto_Store.h"
@@ -276,11 +276,5 @@ BENCHMARK(ReadGraph_boost)->Unit(benchmark::kMillisecond);
 }  // namespace
 
 int main(int argc, char** argv) {
-  int tally = 0;
-  VRKLnuBasicUtils_initialize(tally);
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  VRKLnuBasicUtils_finalize(tally);
+  return VRKBenchmarkMain(argc, argv);
 }

@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "VRKLnuLifecycle.h"
+#include "VRKBenchMain.h"
 #include "aio_ostrstream.h"
 #include "uti_ReportTable.h"
 #include "uti_Spawn.h"
@@ -102,10 +102,5 @@ BENCHMARK(TextTable_uti_ReportTable);
 BENCHMARK(TextTable_snprintf);
 
 int main(int argc, char** argv) {
-  int tally = 0;
-  VRKLnuBasicUtils_initialize(tally);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  VRKLnuBasicUtils_finalize(tally);
+  return VRKBenchmarkMain(argc, argv);
 }
